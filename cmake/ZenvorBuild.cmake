@@ -1,0 +1,51 @@
+# What every target of this project is built with, and the function that makes a room of the library.
+
+include(GenerateExportHeader)
+
+# Warnings and the strict dialect of Qt: for our own sources only, never handed on to a host.
+add_library(zenvor_strict INTERFACE)
+target_compile_features(zenvor_strict INTERFACE cxx_std_20)
+target_compile_options(zenvor_strict INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast
+    -Wcast-qual -Wimplicit-fallthrough -Wextra-semi -Wundef)
+target_compile_definitions(zenvor_strict INTERFACE
+    QT_NO_KEYWORDS QT_NO_FOREACH QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY
+    QT_NO_URL_CAST_FROM_STRING QT_NO_NARROWING_CONVERSIONS_IN_CONNECT QT_STRICT_ITERATORS
+    QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+
+if(ZENVOR_SANITIZE)
+    target_compile_options(zenvor_strict INTERFACE
+        -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+    target_link_options(zenvor_strict INTERFACE -fsanitize=address,undefined)
+endif()
+
+function(zenvor_defaults target)
+    target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:zenvor_strict>)
+    set_target_properties(${target} PROPERTIES
+        AUTOMOC ON
+        CXX_EXTENSIONS OFF
+        CXX_VISIBILITY_PRESET hidden
+        VISIBILITY_INLINES_HIDDEN ON
+        POSITION_INDEPENDENT_CODE ON)
+endfunction()
+
+# zenvor_room(<name> SOURCES … [USES <room>…] [LIBRARIES <target>…])
+#
+# A folder of src/ as a static target. Its headers are reached as "<name>/header.h" through an include
+# directory of its own, so a room can include only from the rooms that it names under USES: an arrow
+# upward does not compile.
+function(zenvor_room name)
+    cmake_parse_arguments(PARSE_ARGV 1 room "" "" "SOURCES;USES;LIBRARIES")
+    set(target zenvor_${name})
+    set(view ${PROJECT_BINARY_DIR}/rooms/${name})
+    file(MAKE_DIRECTORY ${view})
+    file(CREATE_LINK ${CMAKE_CURRENT_SOURCE_DIR} ${view}/${name} COPY_ON_ERROR SYMBOLIC)
+
+    add_library(${target} STATIC ${room_SOURCES})
+    zenvor_defaults(${target})
+    target_include_directories(${target} PUBLIC ${view})
+    list(TRANSFORM room_USES PREPEND zenvor_)
+    target_link_libraries(${target} PUBLIC zenvor_api ${room_USES} PRIVATE ${room_LIBRARIES})
+    set_property(GLOBAL APPEND PROPERTY ZENVOR_ROOMS ${target})
+    set_property(GLOBAL APPEND PROPERTY ZENVOR_ROOM_LIBRARIES ${room_LIBRARIES})
+endfunction()
