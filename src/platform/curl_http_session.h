@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/http_session.h"
+
+#include <QString>
+
+#include <memory>
+#include <mutex>
+#include <thread>
+#include <unordered_map>
+#include <vector>
+
+typedef void CURLM;
+
+namespace zenvor {
+
+class Clock;
+class CurlTransfer;
+
+/// The session of desktop systems: libcurl on one thread of its own, started by the first request and
+/// asleep while nothing is under way.
+class CurlHttpSession final : public HttpSession
+{
+public:
+    /// \a clock times the transfers and must outlive the session. \a caFile: trusted certificates in
+    /// PEM form; empty: the file named by SSL_CERT_FILE, else the system's.
+    explicit CurlHttpSession(const Clock &clock, QString caFile = {});
+    ~CurlHttpSession() override;
+
+    /// Ends the thread. What is under way is dropped without a result, and so is what comes later.
+    /// From any thread but the session's own.
+    void end();
+
+protected:
+    void start(HttpRequest request, StopToken stop, Done done) override;
+
+private:
+    struct Job;
+    class Loop;
+
+    void run();
+    void wake();
+
+    const Clock &m_clock;
+    const QByteArray m_caFile;
+
+    std::mutex m_mutex;
+    std::vector<std::shared_ptr<Job>> m_incoming;
+    std::thread m_thread;
+    CURLM *m_multi = nullptr;
+    bool m_hasEnded = false;
+};
+
+} // namespace zenvor

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "platform/http_message.h"
+#include "platform/stop_token.h"
+#include "platform/task.h"
+#include "platform/url_error.h"
+
+#include <functional>
+#include <variant>
+
+namespace zenvor {
+
+/// Sends requests. One object serves the whole process, from any thread. Only http and https are ever
+/// sent. Redirects are followed the way phone platforms do: at most 20, never from https to http, a
+/// POST becomes a GET on 301, 302 and 303, a PUT only on 303. Nothing is authenticated, stored or
+/// sent a second time, but for a request that a pooled connection lost before any answer.
+class HttpSession
+{
+public:
+    HttpSession() = default;
+    HttpSession(const HttpSession &) = delete;
+    HttpSession &operator=(const HttpSession &) = delete;
+    virtual ~HttpSession() = default;
+
+    /// Sends \a request and waits for the whole answer, whatever its status. Throws UrlError. A stop
+    /// ends the transfer with UrlErrorCode::Cancelled. A `file:` or `data:` URL gives a response that
+    /// is not HTTP: nothing is read or written.
+    Task<HttpResponse> send(HttpRequest request, StopToken stop = {});
+
+    /// The process-wide session. It costs nothing before its first request, and ends with the
+    /// application object or the process, whichever is first; what waits for it then stays suspended.
+    static HttpSession &shared();
+
+    /// Bodies longer than this are not gathered.
+    static constexpr qsizetype maxBodySize = 16 * 1024 * 1024;
+    /// How much of a body that nobody reads is taken, and for how long, before the connection is
+    /// dropped.
+    static constexpr qsizetype maxDiscardedSize = 1024 * 1024;
+    static constexpr std::chrono::seconds maxDiscardingTime{60};
+    static constexpr int maxRedirects = 20;
+
+protected:
+    using Result = std::variant<HttpResponse, UrlErrorCode>;
+    using Done = std::function<void(Result)>;
+
+    /// Starts a request whose URL is valid, http or https, and has a host. From any thread; calls
+    /// \a done once, from any thread.
+    virtual void start(HttpRequest request, StopToken stop, Done done) = 0;
+};
+
+} // namespace zenvor
