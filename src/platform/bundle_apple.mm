@@ -1,0 +1,31 @@
+#include "platform/bundle.h"
+
+#import <Foundation/Foundation.h>
+
+namespace zenvor {
+
+namespace {
+
+// Info.plist can hold a number where a text is expected.
+std::optional<QString> textOf(id value)
+{
+    if (![value isKindOfClass:[NSString class]])
+        return std::nullopt;
+    return QString::fromNSString(static_cast<NSString *>(value));
+}
+
+} // namespace
+
+Bundle Bundle::main()
+{
+    @autoreleasepool {
+        NSBundle *const mainBundle = [NSBundle mainBundle];
+        Bundle bundle;
+        bundle.m_identifier = textOf([mainBundle bundleIdentifier]);
+        bundle.m_version = textOf([mainBundle objectForInfoDictionaryKey:@"CFBundleShortVersionString"]);
+        bundle.m_build = textOf([mainBundle objectForInfoDictionaryKey:@"CFBundleVersion"]);
+        return bundle;
+    }
+}
+
+} // namespace zenvor

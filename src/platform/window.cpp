@@ -1,0 +1,118 @@
+#include "platform/window.h"
+
+#include <QColor>
+#include <QGuiApplication>
+#include <QVariant>
+#include <QWindow>
+
+namespace zenvor {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr auto styleProperty = "zenvorInterfaceStyle";
+constexpr auto ownWindowProperty = "_zenvorOwnWindow";
+
+WidgetWindows widgetWindows;
+
+bool isAccessory(const QWindow *window)
+{
+    switch (window->type()) {
+    case Qt::Popup:
+    case Qt::ToolTip:
+    case Qt::SplashScreen:
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool isOwnWindow(const QWindow *window)
+{
+    return window->property(ownWindowProperty).toBool();
+}
+
+// Null if the way up ends at a window that cannot stand for the host.
+QWindow *hostWindowOf(QWindow *window)
+{
+    while (window) {
+        if (QWindow *parent = window->parent())
+            window = parent;
+        else if (isAccessory(window) || isOwnWindow(window))
+            window = window->transientParent();
+        else
+            break;
+    }
+    return window;
+}
+
+std::optional<InterfaceStyle> styleFromProperty(const QWindow *window)
+{
+    const QString style = window->property(styleProperty).toString();
+    if (style == "light"_L1)
+        return InterfaceStyle::Light;
+    if (style == "dark"_L1)
+        return InterfaceStyle::Dark;
+    return std::nullopt;
+}
+
+// Some Quick styles never change the palette when they turn dark: their window's colour is what tells.
+// Qt Quick is not linked here, hence the class by its name.
+std::optional<InterfaceStyle> styleFromColor(const QWindow *window)
+{
+    if (!window->inherits("QQuickApplicationWindow"))
+        return std::nullopt;
+    const auto color = window->property("color").value<QColor>();
+    if (!color.isValid() || color.alpha() < 128)
+        return std::nullopt; // what is seen is not this colour
+    return qGray(color.rgb()) < 128 ? InterfaceStyle::Dark : InterfaceStyle::Light;
+}
+
+InterfaceStyle styleFromPalette(const QPalette &palette)
+{
+    const auto brightness = [&palette](QPalette::ColorRole role) {
+        return qGray(palette.color(QPalette::Active, role).rgb());
+    };
+    return brightness(QPalette::WindowText) > brightness(QPalette::Window) ? InterfaceStyle::Dark
+                                                                           : InterfaceStyle::Light;
+}
+
+} // namespace
+
+QWindow *keyWindow()
+{
+    if (!qobject_cast<QGuiApplication *>(QCoreApplication::instance())
+        || QGuiApplication::applicationState() != Qt::ApplicationActive)
+        return nullptr;
+
+    QWindow *window = widgetWindows.activeWindow ? widgetWindows.activeWindow() : nullptr;
+    window = hostWindowOf(window ? window : QGuiApplication::focusWindow());
+    if (!window || !window->isVisible() || window->windowStates().testFlag(Qt::WindowMinimized))
+        return nullptr;
+    return window;
+}
+
+InterfaceStyle interfaceStyle(const QWindow *window)
+{
+    if (!window)
+        return InterfaceStyle::Unspecified;
+    if (const auto style = styleFromProperty(window))
+        return *style;
+    if (const auto style = styleFromColor(window))
+        return *style;
+    const auto palette = widgetWindows.palette ? widgetWindows.palette(window) : std::nullopt;
+    return styleFromPalette(palette.value_or(QGuiApplication::palette()));
+}
+
+void markAsOwnWindow(QWindow *window)
+{
+    window->setProperty(ownWindowProperty, true);
+}
+
+void setWidgetWindows(WidgetWindows windows)
+{
+    widgetWindows = windows;
+}
+
+} // namespace zenvor

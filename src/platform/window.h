@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QPalette>
+
+#include <optional>
+
+class QWindow;
+
+namespace zenvor {
+
+enum class InterfaceStyle {
+    Unspecified,
+    Light,
+    Dark,
+};
+
+/// The window of the host that the user is working in, never one of the library's own and never a menu
+/// or tool tip: those stand for the window they belong to. Null while the application is not active,
+/// while that window is hidden or minimised, and without a graphical application. Main thread.
+QWindow *keyWindow();
+
+/// Whether \a window shows itself light or dark: what the host says in the window's dynamic property
+/// "zenvorInterfaceStyle" ("light" or "dark"), else what its colours show. Unspecified for a null
+/// window. Main thread.
+InterfaceStyle interfaceStyle(const QWindow *window);
+
+/// Makes keyWindow() give the window that \a window is transient for in its stead. To be called for
+/// each top-level window that the library shows itself.
+void markAsOwnWindow(QWindow *window);
+
+/// What only Qt Widgets knows of windows, for hosts that use it: this library does not link it.
+struct WidgetWindows
+{
+    /// The window of the active widget, or null. It stays the main window while a menu has the focus.
+    QWindow *(*activeWindow)() = nullptr;
+
+    /// The palette of the top-level widget that \a window belongs to, or nothing if it is none.
+    std::optional<QPalette> (*palette)(const QWindow *window) = nullptr;
+};
+
+/// Takes effect from now on; a default WidgetWindows undoes it. Main thread.
+void setWidgetWindows(WidgetWindows windows);
+
+} // namespace zenvor
