@@ -1,0 +1,90 @@
+#include "cli/commands.h"
+
+#include "cli/command_line.h"
+#include "client/report_client.h"
+#include "deviceinfo/device_info_provider.h"
+#include "platform/error.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <cstdio>
+
+namespace zenvor::cli {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class FileError final : public Error
+{
+public:
+    explicit FileError(QString description) : m_description(std::move(description)) {}
+    QString localizedDescription() const override { return m_description; }
+
+private:
+    QString m_description;
+};
+
+void print(std::FILE *stream, const QString &line)
+{
+    std::fputs((line + u'\n').toUtf8().constData(), stream);
+    std::fflush(stream);
+}
+
+ReportUploadAttachment readAttachment(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        throw FileError(path + ": "_L1 + file.errorString());
+    const auto bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+        throw FileError(path + ": "_L1 + file.errorString());
+    const auto mimeType = attachmentMimeType(QFileInfo(path).suffix()).value_or(u"image/jpeg"_s);
+    return {.data = bytes, .mimeType = mimeType, .kind = attachmentKind(mimeType)};
+}
+
+Task<> validate(ReportClient client, QString bundleId)
+{
+    const auto result = co_await client.validateToken(bundleId);
+    print(stdout, result == TokenBundleValidationResult::Matched ? u"matched"_s : u"bundleMismatch"_s);
+}
+
+Task<> report(ReportClient client, CommandLine line)
+{
+    const auto &command = std::get<ReportCommand>(line.command);
+    QList<ReportUploadAttachment> attachments;
+    for (const auto &path : command.files)
+        attachments.append(readAttachment(path));
+    auto app = DeviceInfoProvider::makeAppInfo();
+    app.bundleId = line.bundleId;
+    auto payload = makeFeedbackReportPayload(command.draft, line.token, DeviceInfoProvider::makeDeviceInfo(),
+                                             app, Clock::system().currentDateTime());
+    co_await client.submit(std::move(*payload), std::move(attachments));
+}
+
+Task<> execute(ReportClient client, CommandLine line)
+{
+    if (std::holds_alternative<ValidateCommand>(line.command)) {
+        co_await validate(client, line.bundleId);
+    } else if (const auto *ping = std::get_if<PingCommand>(&line.command)) {
+        co_await client.pingDevice(line.bundleId, ping->deviceId);
+    } else {
+        co_await report(client, line);
+    }
+}
+
+} // namespace
+
+Task<int> run(CommandLine line)
+{
+    const ReportClient client(ZenvorConfiguration(line.token, false));
+    try {
+        co_await execute(client, std::move(line));
+        co_return 0;
+    } catch (const std::exception &error) {
+        print(stderr, localizedDescription(error));
+    }
+    co_return 1;
+}
+
+} // namespace zenvor::cli
