@@ -1,0 +1,16 @@
+# cmake -D MODE=installed|subdirectory -D SOURCE=… -D BUILD=… -D WORK=… -D COMPILER=… -D TYPE=… -P build_host.cmake
+# Builds and runs the host from nothing.
+file(REMOVE_RECURSE ${WORK})
+set(configuration
+    -S ${SOURCE}/tests/consumers/host -B ${WORK}/build -G Ninja
+    -D CMAKE_CXX_COMPILER=${COMPILER} -D CMAKE_CXX_COMPILER_LAUNCHER=${LAUNCHER} -D CMAKE_BUILD_TYPE=${TYPE})
+if(MODE STREQUAL "installed")
+    execute_process(COMMAND ${CMAKE_COMMAND} --install ${BUILD} --prefix ${WORK}/prefix
+        OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
+    list(APPEND configuration -D CMAKE_PREFIX_PATH=${WORK}/prefix)
+else()
+    list(APPEND configuration -D ZENVOR_SOURCE_DIR=${SOURCE})
+endif()
+execute_process(COMMAND ${CMAKE_COMMAND} ${configuration} COMMAND_ERROR_IS_FATAL ANY)
+execute_process(COMMAND ${CMAKE_COMMAND} --build ${WORK}/build COMMAND_ERROR_IS_FATAL ANY)
+execute_process(COMMAND ${WORK}/build/host COMMAND_ERROR_IS_FATAL ANY)
