@@ -17,7 +17,9 @@ constexpr int piecesAtOnce = 4;
 } // namespace
 
 AnswerSender::AnswerSender(QTcpSocket *socket, SendPlan plan, QObject *parent)
-    : QObject(parent), m_socket(socket), m_plan(std::move(plan))
+    : QObject(parent)
+    , m_socket(socket)
+    , m_plan(std::move(plan))
 {
     m_timer.setSingleShot(true);
     m_timer.setTimerType(Qt::PreciseTimer);

@@ -20,7 +20,10 @@ constexpr auto lingerTime = 5s;
 } // namespace
 
 Connection::Connection(QTcpSocket *socket, quint64 number, Service &service, QObject *parent)
-    : QObject(parent), m_socket(socket), m_number(number), m_service(service)
+    : QObject(parent)
+    , m_socket(socket)
+    , m_number(number)
+    , m_service(service)
 {
     m_socket->setParent(this);
     // The buffer's limit is what holds a fast client back while the disk, or a fault, takes its time.

@@ -20,7 +20,9 @@ std::optional<qint64> wholeNumber(const QJsonValue &value)
 } // namespace
 
 FieldReader::FieldReader(QJsonObject object, QString prefix, QStringList &deviations)
-    : m_object(std::move(object)), m_prefix(std::move(prefix)), m_deviations(deviations)
+    : m_object(std::move(object))
+    , m_prefix(std::move(prefix))
+    , m_deviations(deviations)
 {
 }
 

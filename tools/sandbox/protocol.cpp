@@ -19,7 +19,7 @@ const QStringList videoTypes = {u"video/mp4"_s, u"video/quicktime"_s, u"video/we
 const QStringList frequencies = {u"first_time"_s, u"few_times"_s, u"several_times"_s, u"many_times"_s,
                                  u"almost_every_time"_s};
 
-template <typename Record>
+template<typename Record>
 std::optional<QJsonObject> parse(const QByteArray &body, Reading<Record> &reading)
 {
     QJsonParseError error;

@@ -49,7 +49,7 @@ struct ReportRequest : Caller
 };
 
 /// A record whose fields hold only as far as no deviation speaks of them.
-template <typename Record>
+template<typename Record>
 struct Reading
 {
     Record record;

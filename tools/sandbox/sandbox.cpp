@@ -77,9 +77,11 @@ private:
 };
 
 Sandbox::Sandbox(SandboxOptions options, QObject *parent)
-    : QObject(parent), m_options(std::move(options)),
-      m_service(std::make_unique<Service>(m_options.bundleIdsByToken)),
-      m_server(std::make_unique<Server>(this, *m_service)), m_port(m_options.port)
+    : QObject(parent)
+    , m_options(std::move(options))
+    , m_service(std::make_unique<Service>(m_options.bundleIdsByToken))
+    , m_server(std::make_unique<Server>(this, *m_service))
+    , m_port(m_options.port)
 {
     connect(m_service.get(), &Service::reportReceived, this, &Sandbox::reportReceived);
 }

@@ -46,7 +46,8 @@ Answer diskRefusal(const QString &text)
 } // namespace
 
 Service::Service(QHash<QString, QString> bundleIdsByToken, QObject *parent)
-    : QObject(parent), m_bundleIdsByToken(std::move(bundleIdsByToken))
+    : QObject(parent)
+    , m_bundleIdsByToken(std::move(bundleIdsByToken))
 {
 }
 
@@ -116,7 +117,7 @@ Answer Service::finish(const RequestHead &head, const QByteArray &body, Intake &
     return answerDeveloper(head, body, m_faults, m_requests, m_reports);
 }
 
-template <typename Record>
+template<typename Record>
 std::optional<Answer> Service::judge(const RequestHead &head, Reading<Record> &reading,
                                      bool isBundleBinding) const
 {

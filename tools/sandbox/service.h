@@ -65,7 +65,7 @@ private:
     Answer storeUpload(const RequestHead &head, IncomingUpload &incoming);
     std::optional<Answer> judgeStorage(const RequestHead &head) const;
 
-    template <typename Record>
+    template<typename Record>
     std::optional<Answer> judge(const RequestHead &head, Reading<Record> &reading,
                                 bool isBundleBinding) const;
 
