@@ -31,7 +31,6 @@ public:
     /// From any thread but the session's own.
     void end();
 
-protected:
     void start(HttpRequest request, StopToken stop, Done done) override;
 
 private:

@@ -202,6 +202,8 @@ bool CurlTransfer::onProgress(curl_off_t received, curl_off_t sent)
     if (const auto moved = received + sent; moved != m_moved) {
         m_moved = moved;
         markActivity();
+        if (m_request.onProgress)
+            m_request.onProgress(sent);
     }
     // The body of a redirect reaches no other callback: without this it could be endless.
     const bool isRedirect = m_response.status / 100 == 3;

@@ -5,6 +5,7 @@
 #include <QUrl>
 
 #include <chrono>
+#include <functional>
 #include <optional>
 #include <utility>
 
@@ -48,6 +49,8 @@ struct HttpRequest
     /// Whether the body of a 2xx answer is wanted. One that is not is discarded as it comes, and not
     /// waited for beyond a bound.
     bool readsBody = true;
+    /// Called now and then, on a thread of the session's, with the bytes of the body sent so far.
+    std::function<void(qint64)> onProgress;
     /// Never on a pooled connection: when one of those dies under a request, the only cure is to send
     /// the request again.
     bool isSentOnce = false;

@@ -27,6 +27,13 @@ public:
     /// is not HTTP: nothing is read or written.
     Task<HttpResponse> send(HttpRequest request, StopToken stop = {});
 
+    using Result = std::variant<HttpResponse, UrlErrorCode>;
+    using Done = std::function<void(Result)>;
+
+    /// What send() is made of: starts a request whose URL is valid, http or https, and has a host. From
+    /// any thread; calls \a done once, from any thread.
+    virtual void start(HttpRequest request, StopToken stop, Done done) = 0;
+
     /// The process-wide session. It costs nothing before its first request, and ends with the
     /// application object or the process, whichever is first; what waits for it then stays suspended.
     static HttpSession &shared();
@@ -38,14 +45,6 @@ public:
     static constexpr qsizetype maxDiscardedSize = 1024 * 1024;
     static constexpr std::chrono::seconds maxDiscardingTime{60};
     static constexpr int maxRedirects = 20;
-
-protected:
-    using Result = std::variant<HttpResponse, UrlErrorCode>;
-    using Done = std::function<void(Result)>;
-
-    /// Starts a request whose URL is valid, http or https, and has a host. From any thread; calls
-    /// \a done once, from any thread.
-    virtual void start(HttpRequest request, StopToken stop, Done done) = 0;
 };
 
 } // namespace zenvor
