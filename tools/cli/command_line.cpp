@@ -56,6 +56,7 @@ void addOptions(QCommandLineParser &parser)
         {u"service"_s, u"Origin of the report service: https, or http on this machine."_s, u"URL"_s},
         {u"token"_s, u"SDK token; better in the environment as ZENVOR_TOKEN."_s, u"TOKEN"_s},
         {u"bundle-id"_s, u"Identifier of the app, sent as given."_s, u"ID"_s},
+        {u"verbose"_s, u"List the requests on standard error, without tokens and texts."_s},
         {u"device-id"_s, u"ping: identifier of the device."_s, u"ID"_s},
         {u"category"_s, u"report: bug or improvement."_s, u"CATEGORY"_s},
         {u"message"_s, u"report: the description."_s, u"TEXT"_s},
@@ -107,7 +108,7 @@ CommandLine read(const QCommandLineParser &parser, const QString &environmentTok
     if (arguments.size() != 1)
         throw UsageError{u"Give one command: validate, ping or report."_s};
     const auto &command = arguments.first();
-    const QStringList common{u"service"_s, u"token"_s, u"bundle-id"_s};
+    const QStringList common{u"service"_s, u"token"_s, u"bundle-id"_s, u"verbose"_s};
 
     CommandLine line;
     if (command == "validate"_L1) {
@@ -132,6 +133,7 @@ CommandLine read(const QCommandLineParser &parser, const QString &environmentTok
     if (line.token.isEmpty())
         throw UsageError{u"--token is missing, and ZENVOR_TOKEN is not set."_s};
     line.bundleId = required(parser, u"bundle-id"_s);
+    line.isVerbose = parser.isSet(u"verbose"_s);
     return line;
 }
 

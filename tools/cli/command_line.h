@@ -31,6 +31,7 @@ struct CommandLine
     std::optional<QUrl> service; ///< instead of the one that the library was built for
     QString token;
     QString bundleId;
+    bool isVerbose = false;
     std::variant<ValidateCommand, PingCommand, ReportCommand> command;
 };
 

@@ -1,6 +1,7 @@
 #include "cli/commands.h"
 
 #include "cli/command_line.h"
+#include "cli/observed_session.h"
 #include "client/report_client.h"
 #include "deviceinfo/device_info_provider.h"
 #include "platform/error.h"
@@ -9,6 +10,12 @@
 #include <QFileInfo>
 
 #include <cstdio>
+
+#ifdef Q_OS_WIN
+#include <io.h>
+#else
+#include <unistd.h>
+#endif
 
 namespace zenvor::cli {
 namespace {
@@ -29,6 +36,23 @@ void print(std::FILE *stream, const QString &line)
 {
     std::fputs((line + u'\n').toUtf8().constData(), stream);
     std::fflush(stream);
+}
+
+bool isTerminal()
+{
+#ifdef Q_OS_WIN
+    return _isatty(_fileno(stderr));
+#else
+    return isatty(STDERR_FILENO) != 0;
+#endif
+}
+
+HttpSession &observedSession(const CommandLine &line)
+{
+    const ObservedSession::Options options{.listsRequests = line.isVerbose, .showsProgress = isTerminal()};
+    // Never destroyed, as the session behind it: a request may end after the event loop has.
+    static auto *session = new ObservedSession(HttpSession::shared(), options);
+    return *session;
 }
 
 ReportUploadAttachment readAttachment(const QString &path)
@@ -77,7 +101,7 @@ Task<> execute(ReportClient client, CommandLine line)
 
 Task<int> run(CommandLine line)
 {
-    const ReportClient client(ZenvorConfiguration(line.token, false));
+    const ReportClient client(ZenvorConfiguration(line.token, false), observedSession(line));
     try {
         co_await execute(client, std::move(line));
         co_return 0;
