@@ -5,6 +5,7 @@
 #include "support/await.h"
 
 #include <QElapsedTimer>
+#include <QProcess>
 #include <QTest>
 #include <QThread>
 
@@ -12,6 +13,7 @@
 #include <thread>
 
 using namespace zenvor;
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
@@ -23,13 +25,13 @@ AwaitableCallback<int> elsewhere(int value)
         [value](std::function<void(int)> done) { std::thread(done, value).detach(); });
 }
 
-Task<bool> resumesOn(Executor *executor)
+Task<bool> resumesOn(std::shared_ptr<Executor> executor)
 {
-    bool stays = &Executor::current() == executor;
+    bool stays = Executor::current() == executor;
     for (int i = 0; i < 20; ++i) {
         auto operation = elsewhere(i);
         const int value = co_await operation;
-        stays = stays && value == i && &Executor::current() == executor;
+        stays = stays && value == i && Executor::current() == executor;
     }
     co_return stays;
 }
@@ -74,6 +76,8 @@ private Q_SLOTS:
     void resumesTheCoroutineOnTheExecutorItAwaitedFrom();
     void runsOneJobOfAnActorAtATimeAndGivesItUpWhileAwaiting();
     void bringsAnExceptionBackToTheCaller();
+    void losesNoResumptionOfWorkThatEndsAtOnce();
+    void dropsWhatIsPostedAfterTheApplicationHasGone();
     void endsASleepEarlyWhenStopped();
     void sleepsByTheClockItWasGiven();
     void runsAStopCallbackOnceAndNeverAfterItsEnd();
@@ -81,18 +85,18 @@ private Q_SLOTS:
 
 void TestExecutors::resumesTheCoroutineOnTheExecutorItAwaitedFrom()
 {
-    Actor actor;
-    auto &background = BackgroundExecutor::shared();
-    auto &main = MainActor::shared();
-    QVERIFY(test::await(resumesOn(&main)));
-    QVERIFY(test::await(runOn(actor, [&actor] { return resumesOn(&actor); })));
-    QVERIFY(test::await(runOn(background, [&background] { return resumesOn(&background); })));
-    QCOMPARE(&Executor::current(), static_cast<Executor *>(&main));
+    const auto actor = std::make_shared<Actor>();
+    const auto background = makeBackgroundExecutor();
+    const auto main = MainActor::shared();
+    QVERIFY(test::await(resumesOn(main)));
+    QVERIFY(test::await(runOn(actor, [actor] { return resumesOn(actor); })));
+    QVERIFY(test::await(runOn(background, [background] { return resumesOn(background); })));
+    QCOMPARE(Executor::current(), std::shared_ptr<Executor>(main));
 }
 
 void TestExecutors::runsOneJobOfAnActorAtATimeAndGivesItUpWhileAwaiting()
 {
-    Actor actor;
+    const auto actor = std::make_shared<Actor>();
     Counter counter;
     std::vector<Task<int>> tasks;
     for (int i = 0; i < 40; ++i)
@@ -105,8 +109,45 @@ void TestExecutors::runsOneJobOfAnActorAtATimeAndGivesItUpWhileAwaiting()
 
 void TestExecutors::bringsAnExceptionBackToTheCaller()
 {
-    Actor actor;
+    const auto actor = std::make_shared<Actor>();
     QCOMPARE(test::failureOf<std::runtime_error>(runOn(actor, throwing)).value().what(), "from the actor");
+}
+
+namespace {
+
+// Calls back on another thread before the coroutine has had the time to wait.
+Task<int> atOnce(int value, int delay)
+{
+    AwaitableCallback<int> operation([value, delay](std::function<void(int)> done) {
+        done(value);
+        QElapsedTimer timer;
+        timer.start();
+        while (timer.nsecsElapsed() < delay) {}
+    });
+    co_return co_await operation;
+}
+
+Task<int> nested(int value, int delay)
+{
+    const int result = co_await atOnce(value, delay);
+    co_return result;
+}
+
+} // namespace
+
+void TestExecutors::losesNoResumptionOfWorkThatEndsAtOnce()
+{
+    for (int i = 0; i < 3000; ++i)
+        QCOMPARE(test::await(runOn(makeBackgroundExecutor(), [i] { return nested(i, i % 100 * 300); })), i);
+}
+
+void TestExecutors::dropsWhatIsPostedAfterTheApplicationHasGone()
+{
+    QProcess child;
+    child.start(QCoreApplication::applicationFilePath(), {u"--post-late"_s});
+    QVERIFY(child.waitForFinished(20000));
+    QCOMPARE(child.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(child.exitCode(), 0);
 }
 
 void TestExecutors::endsASleepEarlyWhenStopped()
@@ -160,5 +201,33 @@ void TestExecutors::runsAStopCallbackOnceAndNeverAfterItsEnd()
     QVERIFY2(runs > 0, "the stop never came in time");
 }
 
-QTEST_GUILESS_MAIN(TestExecutors)
+namespace {
+
+int postLate(int argc, char **argv)
+{
+    const auto actor = std::make_shared<Actor>();
+    const auto post = [&actor] {
+        for (const std::shared_ptr<Executor> &executor :
+             {std::shared_ptr<Executor>(MainActor::shared()), std::shared_ptr<Executor>(actor),
+              makeBackgroundExecutor()})
+            executor->post([] { std::exit(1); });
+    };
+    {
+        const QCoreApplication application(argc, argv);
+    }
+    post();
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    if (argc > 1 && argv[1] == "--post-late"_ba)
+        return postLate(argc, argv);
+    QCoreApplication application(argc, argv);
+    TestExecutors test;
+    return QTest::qExec(&test, argc, argv);
+}
+
 #include "tst_executors.moc"

@@ -383,11 +383,11 @@ namespace {
 
 Task<int> countAnswers(HttpSession *session, HttpRequest request, int count)
 {
-    const auto *executor = &Executor::current();
+    const auto executor = Executor::current();
     int answers = 0;
     for (int i = 0; i < count; ++i) {
         const auto response = co_await session->send(request);
-        answers += response.body == "hello" && &Executor::current() == executor;
+        answers += response.body == "hello" && Executor::current() == executor;
     }
     co_return answers;
 }
@@ -398,7 +398,9 @@ void TestHttpSession::servesManyExecutorsAtOnce()
 {
     m_service.reset(R"({"path":"/storage/t","body":"hello","times":0})");
     const auto get = request("GET"_ba, u"/storage/t"_s);
-    std::vector<Actor> actors(4);
+    std::vector<std::shared_ptr<Actor>> actors;
+    for (int i = 0; i < 4; ++i)
+        actors.push_back(std::make_shared<Actor>());
     std::vector<Task<int>> tasks;
     for (int i = 0; i < 16; ++i)
         tasks.push_back(

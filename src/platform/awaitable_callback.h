@@ -40,10 +40,10 @@ public:
         SuspendedCoroutines::add(coroutine);
         // The callback may come, and end this object, before the call below has returned.
         const Start start = std::move(m_start);
-        start([this, coroutine, &executor = Executor::current()](T value) {
+        start([this, coroutine, executor = Executor::current()](T value) {
             const auto shared =
                 std::make_shared<T>(std::move(value)); // jobs are copyable, values need not be
-            executor.post([this, coroutine, shared] {
+            executor->post([this, coroutine, shared] {
                 m_value.emplace(std::move(*shared));
                 SuspendedCoroutines::remove(coroutine);
                 coroutine.resume();
@@ -88,12 +88,12 @@ Task<> runAndReport(F function, std::function<void(Outcome<T>)> done)
 /// Runs \a function, which returns a Task, on \a executor, and brings its value or its exception back
 /// to the executor of the caller. The function is kept until its Task has ended.
 template<typename F>
-auto runOn(Executor &executor, F function) -> std::invoke_result_t<F>
+auto runOn(std::shared_ptr<Executor> executor, F function) -> std::invoke_result_t<F>
 {
     using Value = typename std::invoke_result_t<F>::value_type;
     using T = std::conditional_t<std::is_void_v<Value>, std::monostate, Value>;
-    AwaitableCallback<Outcome<T>> finished([&executor, function](std::function<void(Outcome<T>)> done) {
-        executor.post(
+    AwaitableCallback<Outcome<T>> finished([executor, function](std::function<void(Outcome<T>)> done) {
+        executor->post(
             [function, done] { runAndReport<F, T>(function, done); }); // detached: reports through done
     });
     const Outcome<T> outcome = co_await finished;

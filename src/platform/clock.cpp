@@ -27,7 +27,7 @@ public:
         connect(this, &QTimer::timeout, this, [this] { finish(); });
         start(duration);
         m_stopCallback.emplace(stop, [self = QPointer(this)] {
-            MainActor::shared().post([self] {
+            MainActor::shared()->post([self] {
                 if (self)
                     self->finish();
             });
@@ -70,7 +70,7 @@ Task<> Clock::sleep(std::chrono::milliseconds duration, StopToken stop) const
 {
     const auto wait = realDuration(duration);
     AwaitableCallback<std::monostate> elapsed([wait, stop](std::function<void(std::monostate)> done) {
-        MainActor::shared().post([wait, stop, done] {
+        MainActor::shared()->post([wait, stop, done] {
             if (QCoreApplication::instance())
                 new SleepTimer(wait, stop, [done] { done({}); });
         });

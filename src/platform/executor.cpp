@@ -10,6 +10,19 @@ namespace {
 
 thread_local Executor *t_current = nullptr;
 
+// Marks the jobs of an executor on the running thread.
+class CurrentExecutor
+{
+public:
+    explicit CurrentExecutor(Executor *executor) : m_outer(std::exchange(t_current, executor)) {}
+    ~CurrentExecutor() { t_current = m_outer; }
+    CurrentExecutor(const CurrentExecutor &) = delete;
+    CurrentExecutor &operator=(const CurrentExecutor &) = delete;
+
+private:
+    Executor *m_outer;
+};
+
 // Behind whatever the host has queued with the pool's default priority of 0.
 constexpr int backgroundPriority = -1;
 
@@ -20,7 +33,10 @@ QObject *mainThreadReceiver()
     static std::mutex mutex;
     static QObject *receiver = nullptr;
     const std::lock_guard lock(mutex);
-    if (const auto *application = QCoreApplication::instance(); application && !receiver) {
+    const auto *application = QCoreApplication::instance();
+    if (!application)
+        return nullptr;
+    if (!receiver) {
         receiver = new QObject;
         receiver->moveToThread(application->thread());
     }
@@ -29,23 +45,15 @@ QObject *mainThreadReceiver()
 
 } // namespace
 
-Executor &Executor::current()
+std::shared_ptr<Executor> Executor::current()
 {
-    return t_current ? *t_current : MainActor::shared();
+    return t_current ? t_current->shared_from_this() : MainActor::shared();
 }
 
-Executor::Scope::Scope(Executor &executor) : m_outer(std::exchange(t_current, &executor))
+const std::shared_ptr<MainActor> &MainActor::shared()
 {
-}
-
-Executor::Scope::~Scope()
-{
-    t_current = m_outer;
-}
-
-MainActor &MainActor::shared()
-{
-    static auto *actor = new MainActor; // never destroyed: threads may still post at the end of the process
+    // Never destroyed: threads may still post at the end of the process.
+    static const auto *actor = new std::shared_ptr<MainActor>(std::make_shared<MainActor>());
     return *actor;
 }
 
@@ -55,50 +63,44 @@ void MainActor::post(std::function<void()> job)
         QMetaObject::invokeMethod(receiver, std::move(job), Qt::QueuedConnection);
 }
 
-BackgroundExecutor &BackgroundExecutor::shared()
-{
-    static auto *executor = new BackgroundExecutor; // never destroyed, as the main actor
-    return *executor;
-}
-
-void BackgroundExecutor::post(std::function<void()> job)
-{
-    QThreadPool::globalInstance()->start(
-        [this, job = std::move(job)] {
-            const Scope scope(*this);
-            job();
-        },
-        backgroundPriority);
-}
-
 void Actor::post(std::function<void()> job)
 {
+    auto *pool = QThreadPool::globalInstance();
+    if (!pool) // gone with the application object
+        return;
     {
-        const std::lock_guard lock(m_queue->mutex);
-        m_queue->jobs.push_back(std::move(job));
-        if (std::exchange(m_queue->isDraining, true))
+        const std::lock_guard lock(m_mutex);
+        m_jobs.push_back(std::move(job));
+        if (std::exchange(m_isDraining, true))
             return;
     }
-    QThreadPool::globalInstance()->start([this, queue = m_queue] { drain(*this, *queue); },
-                                         backgroundPriority);
+    const auto self = std::static_pointer_cast<Actor>(shared_from_this());
+    pool->start([self] { self->drain(); }, backgroundPriority);
 }
 
-void Actor::drain(Executor &self, Queue &queue)
+void Actor::drain()
 {
-    const Scope scope(self);
+    const CurrentExecutor current(this);
     for (;;) {
         std::function<void()> job;
         {
-            const std::lock_guard lock(queue.mutex);
-            if (queue.jobs.empty()) {
-                queue.isDraining = false;
+            const std::lock_guard lock(m_mutex);
+            if (m_jobs.empty()) {
+                m_isDraining = false;
                 return;
             }
-            job = std::move(queue.jobs.front());
-            queue.jobs.pop_front();
+            job = std::move(m_jobs.front());
+            m_jobs.pop_front();
         }
         job();
     }
+}
+
+std::shared_ptr<Executor> makeBackgroundExecutor()
+{
+    // Serial as well: a Task that is resumed on one thread while another is still about to await it
+    // would never be heard of again.
+    return std::make_shared<Actor>();
 }
 
 } // namespace zenvor

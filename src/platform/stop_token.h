@@ -14,7 +14,6 @@ class StopToken
 public:
     StopToken() = default;
     bool stopRequested() const;
-    bool stopPossible() const { return m_state != nullptr; }
 
 private:
     friend class StopSource;
