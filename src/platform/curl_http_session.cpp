@@ -123,7 +123,7 @@ public:
         for (const auto &job : stopped)
             finish(job, UrlErrorCode::Cancelled);
         for (const auto &job : overdue)
-            finish(job, job->transfer.resultAtDeadline());
+            finish(job, UrlErrorCode::TimedOut);
         return wait;
     }
 

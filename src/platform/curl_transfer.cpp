@@ -47,7 +47,6 @@ CURL *CurlTransfer::open(const QByteArray &caFile)
 {
     m_handle.reset(curl_easy_init());
     CURL *const handle = m_handle.get();
-    curl_easy_setopt(handle, CURLOPT_PRIVATE, this);
     setRequest(wireUrl(m_request));
     setHeaders();
     setLimits(caFile, m_request.url.scheme() == "https"_L1);
@@ -91,8 +90,8 @@ void CurlTransfer::setHeaders()
 {
     curl_slist *list = nullptr;
     for (const auto &[name, value] : m_request.headers.fields()) {
-        // "Name;" is libcurl's way to write a field without a value.
-        const QByteArray line = value.isEmpty() ? name + ';' : name + ": " + value;
+        // "Name;" is libcurl's way to write a field without a value; "Name: " would take the field out.
+        const QByteArray line = value.trimmed().isEmpty() ? name + ';' : name + ": " + value;
         list = curl_slist_append(list, line.constData());
     }
     list =
@@ -130,26 +129,9 @@ void CurlTransfer::setLimits(const QByteArray &caFile, bool isSecure)
 #endif
 }
 
-CurlTransfer::TimePoint CurlTransfer::deadline() const
-{
-    const auto standstill = m_lastActivity + m_request.timeout;
-    if (!m_discardingSince)
-        return standstill;
-    return std::min(standstill, *m_discardingSince + HttpSession::maxDiscardingTime);
-}
-
-CurlTransfer::Result CurlTransfer::resultAtDeadline() const
-{
-    // A body that stands still is a time-out, one that never ends is not: its status is known.
-    if (m_clock.now() < m_lastActivity + m_request.timeout)
-        return m_response;
-    return UrlErrorCode::TimedOut;
-}
-
 CurlTransfer::Result CurlTransfer::result(CURLcode code)
 {
-    const bool isCutByUs = m_isBodyTooLong || m_discarded > HttpSession::maxDiscardedSize;
-    if (code != CURLE_OK && !isCutByUs)
+    if (code != CURLE_OK && !m_isBodyTooLong && !m_hasDiscardedEnough)
         return errorCode(code);
     if (!m_isHeadComplete) // libcurl takes a connection that ends inside the head for an answer without a
                            // body
@@ -169,13 +151,15 @@ void CurlTransfer::onHeaderLine(QByteArrayView line)
     markActivity();
     if (line.startsWith("HTTP/")) {
         // Interim answers and redirects come through here too: only the last head counts.
-        const auto space = line.indexOf(' ');
+        long status = 0;
+        curl_easy_getinfo(m_handle.get(), CURLINFO_RESPONSE_CODE, &status);
         m_response = HttpResponse();
+        m_response.status = int(status);
         m_isHeadComplete = false;
-        m_response.status =
-            space < 0 ? 0 : line.sliced(space + 1).first(qMin(line.size() - space - 1, 3)).toInt();
         return;
     }
+    if (m_isHeadComplete) // the fields behind a chunked body are not those of the head
+        return;
     m_isHeadComplete = line.trimmed().isEmpty();
     if (const auto colon = line.indexOf(':'); colon > 0)
         m_response.headers.append(line.first(colon).trimmed().toByteArray(),
@@ -189,7 +173,10 @@ bool CurlTransfer::onBody(QByteArrayView bytes)
         if (!m_discardingSince)
             m_discardingSince = m_lastActivity;
         m_discarded += bytes.size();
-        return m_discarded <= HttpSession::maxDiscardedSize;
+        // Asked only as data comes: a body that stands still is a time-out, one that never ends is not.
+        m_hasDiscardedEnough = m_discarded > HttpSession::maxDiscardedSize
+            || m_lastActivity - *m_discardingSince > HttpSession::maxDiscardingTime;
+        return !m_hasDiscardedEnough;
     }
     m_isBodyTooLong = m_response.body.size() + bytes.size() > HttpSession::maxBodySize;
     if (!m_isBodyTooLong)

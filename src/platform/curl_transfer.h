@@ -16,8 +16,7 @@ namespace zenvor {
 
 class Clock;
 
-/// One request as libcurl runs it. Lives on the session's thread; the stop callback alone is called
-/// from others.
+/// One request as libcurl runs it: on the session's thread, from open() on.
 class CurlTransfer
 {
 public:
@@ -33,11 +32,8 @@ public:
     CURL *open(const QByteArray &caFile);
     CURL *handle() const { return m_handle.get(); }
 
-    /// The moment at which the transfer has stood still for too long, or an unread body has been
-    /// discarded for long enough.
-    TimePoint deadline() const;
-    /// The result at that moment.
-    Result resultAtDeadline() const;
+    /// The moment at which the transfer has stood still for too long.
+    TimePoint deadline() const { return m_lastActivity + m_request.timeout; }
     /// The result once libcurl has ended the transfer with \a code.
     Result result(CURLcode code);
 
@@ -76,6 +72,7 @@ private:
     std::optional<TimePoint> m_discardingSince;
     bool m_isHeadComplete = false;
     bool m_isBodyTooLong = false;
+    bool m_hasDiscardedEnough = false;
 };
 
 } // namespace zenvor

@@ -23,7 +23,6 @@ public:
     /// The first value of that name.
     std::optional<QByteArray> value(QByteArrayView name) const;
     bool contains(QByteArrayView name) const { return value(name).has_value(); }
-    void clear() { m_fields.clear(); }
     const QList<Field> &fields() const { return m_fields; }
 
     /// Whether the field can be put on the wire by itself: the name a token, the value free of
