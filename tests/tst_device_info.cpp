@@ -88,6 +88,7 @@ private Q_SLOTS:
     void drawsTheVendorIdentifierFromMachineAndKey_data();
     void drawsTheVendorIdentifierFromMachineAndKey();
     void keysTheVendorIdentifierByDomainThenApplicationId();
+    void putsEachValueIntoItsField();
     void namesTheApplication_data();
     void namesTheApplication();
     void takesTheBuildOnlyIfItIsAText_data();
@@ -209,6 +210,24 @@ void tst_DeviceInfo::keysTheVendorIdentifierByDomainThenApplicationId()
 
     QCoreApplication::setOrganizationDomain(u"example.com"_s);
     QCOMPARE(Device::identifierForVendor(), vendorIdentifier(machine, u"example.com"));
+}
+
+void tst_DeviceInfo::putsEachValueIntoItsField()
+{
+    QGuiApplication::setDesktopFileName(u"org.example.player"_s);
+    QCoreApplication::setApplicationVersion(u"1.2"_s);
+    QCoreApplication::instance()->setProperty("zenvorBuild", u"77"_s);
+    const DeviceInfo device = DeviceInfoProvider::makeDeviceInfo();
+    QCOMPARE(device.model, Device::model());
+    QCOMPARE(device.machine, Device::machine());
+    QCOMPARE(device.osName, Device::systemName());
+    QCOMPARE(device.osVersion, Device::systemVersion());
+    QCOMPARE(device.locale, currentLocaleIdentifier());
+    QCOMPARE(device.timeZone, currentTimeZoneIdentifier());
+    QCOMPARE(device.identifierForVendor, Device::identifierForVendor());
+    const AppInfo app = DeviceInfoProvider::makeAppInfo();
+    QCOMPARE((QStringList{app.bundleId, app.version, app.build}),
+             (QStringList{u"org.example.player"_s, u"1.2"_s, u"77"_s}));
 }
 
 void tst_DeviceInfo::namesTheApplication_data()

@@ -22,8 +22,8 @@ Bundle Bundle::main()
         NSBundle *const mainBundle = [NSBundle mainBundle];
         Bundle bundle;
         bundle.m_identifier = textOf([mainBundle bundleIdentifier]);
-        bundle.m_version = textOf([mainBundle objectForInfoDictionaryKey:@"CFBundleShortVersionString"]);
-        bundle.m_build = textOf([mainBundle objectForInfoDictionaryKey:@"CFBundleVersion"]);
+        bundle.m_version = textOf([[mainBundle infoDictionary] objectForKey:@"CFBundleShortVersionString"]);
+        bundle.m_build = textOf([[mainBundle infoDictionary] objectForKey:@"CFBundleVersion"]);
         return bundle;
     }
 }

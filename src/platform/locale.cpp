@@ -15,8 +15,10 @@ QString currentLocaleIdentifier()
 
 QString currentTimeZoneIdentifier()
 {
-    const QByteArray id = QTimeZone::systemTimeZoneId();
-    return id.isEmpty() ? u"UTC"_s : QString::fromUtf8(id);
+    const auto id = QString::fromUtf8(QTimeZone::systemTimeZoneId());
+    // The variable TZ may name the zone by its file.
+    const auto name = id.section("/zoneinfo/"_L1, -1);
+    return name.isEmpty() ? u"UTC"_s : name;
 }
 
 } // namespace zenvor
