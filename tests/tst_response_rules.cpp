@@ -1,3 +1,4 @@
+#include "client/feedback_category.h"
 #include "client/report_client_error.h"
 #include "client/report_upload_attachment.h"
 #include "client/response_rules.h"
@@ -25,6 +26,7 @@ private Q_SLOTS:
     void decidesWhetherAnUploadIsTriedAgain();
     void labelsAttachmentsAsTheServiceKnowsThem_data();
     void labelsAttachmentsAsTheServiceKnowsThem();
+    void knowsTheWordsOfTheService();
     void refusesHeaderFieldsThatWouldBreakTheirLine_data();
     void refusesHeaderFieldsThatWouldBreakTheirLine();
 };
@@ -193,6 +195,30 @@ void TestResponseRules::labelsAttachmentsAsTheServiceKnowsThem()
     const auto labels = normalizeAttachment({.data = {}, .mimeType = mimeType, .kind = kind});
     QTEST(labels.kind, "sentKind");
     QTEST(labels.mimeType, "sentMimeType");
+}
+
+void TestResponseRules::knowsTheWordsOfTheService()
+{
+    QStringList words;
+    for (const auto category : {FeedbackCategory::Improvement, FeedbackCategory::Bug})
+        words.append(wireValue(category));
+    using Frequency = BugOccurrenceFrequency;
+    for (const auto frequency : {Frequency::FirstTime, Frequency::FewTimes, Frequency::SeveralTimes,
+                                 Frequency::ManyTimes, Frequency::AlmostEveryTime})
+        words.append(wireValue(frequency));
+    QCOMPARE(words.join(u' '),
+             u"feedback bug first_time few_times several_times many_times almost_every_time"_s);
+
+    words.clear();
+    for (const auto &extension : {u"JPG"_s, u"jpeg"_s, u"png"_s, u"WebP"_s, u"mp4"_s, u"MOV"_s, u"webm"_s}) {
+        const auto mimeType = attachmentMimeType(extension).value();
+        words.append(attachmentKind(mimeType).left(1) + u':' + mimeType);
+    }
+    QCOMPARE(words.join(u' '),
+             u"s:image/jpeg s:image/jpeg s:image/png s:image/webp v:video/mp4 "
+             "v:video/quicktime v:video/webm"_s);
+    for (const auto &extension : {u""_s, u"gif"_s, u"m4v"_s, u".png"_s})
+        QVERIFY(!attachmentMimeType(extension));
 }
 
 void TestResponseRules::refusesHeaderFieldsThatWouldBreakTheirLine_data()

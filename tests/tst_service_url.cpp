@@ -1,4 +1,5 @@
 #include "client/report_client.h"
+#include "client/service_url.h"
 
 #include <zenvor/report_service.h>
 
@@ -15,6 +16,7 @@ private Q_SLOTS:
     void acceptsOnlySafeOrigins_data();
     void acceptsOnlySafeOrigins();
     void isFixedOnceARequestWasPrepared();
+    void wantsTheStorageOfASecureServiceSecure();
 };
 
 void TestServiceUrl::acceptsOnlySafeOrigins_data()
@@ -49,6 +51,16 @@ void TestServiceUrl::isFixedOnceARequestWasPrepared()
     QCOMPARE(ReportClient::reportEndpoint(), QUrl(u"https://reports.example:8443/v1/sdk/reports"_s));
     QVERIFY(!setReportServiceUrl(QUrl(u"https://other.example"_s)));
     QCOMPARE(ReportClient::uploadInitEndpoint(), QUrl(u"https://reports.example:8443/v1/sdk/uploads/init"_s));
+}
+
+void TestServiceUrl::wantsTheStorageOfASecureServiceSecure()
+{
+    const QUrl secure(u"https://a.example"_s);
+    const QUrl local(u"http://127.0.0.1"_s);
+    QVERIFY(!isStorageSecureEnough(secure, QUrl(u"http://s.example/x"_s)));
+    QVERIFY(!isStorageSecureEnough(secure, QUrl(u"HTTP://s.example/x"_s)));
+    QVERIFY(isStorageSecureEnough(secure, QUrl(u"https://s.example/x"_s)));
+    QVERIFY(isStorageSecureEnough(local, QUrl(u"http://127.0.0.1:1/x"_s)));
 }
 
 QTEST_GUILESS_MAIN(TestServiceUrl)

@@ -68,12 +68,6 @@ bool isAcceptable(const InitUploadResponse &response)
         && nonEmptyTrimmed(response.uploadId);
 }
 
-// A signed storage URL of a secure service carries the user's files: it must be secure as well.
-bool isSecureEnough(const QUrl &storage)
-{
-    return storage.scheme() != "http"_L1 || ReportClient::uploadInitEndpoint().scheme() != "https"_L1;
-}
-
 std::optional<QString> etagOf(const HttpResponse &response)
 {
     const auto value = response.headers.value("ETag");
@@ -252,7 +246,7 @@ Task<QString> ReportClient::uploadAttachment(QByteArray data, QString kind, QStr
 
     const auto put = u"Upload PUT"_s;
     auto putRequest = storagePut(reserved, data, mimeType);
-    if (!isSecureEnough(putRequest.url))
+    if (!isStorageSecureEnough(uploadInitEndpoint(), putRequest.url))
         throw networkError(put, putRequest.url, UrlError(UrlErrorCode::SecureConnectionRequired));
     const auto putResponse = co_await performSuccessfully(std::move(putRequest), put, stop);
 

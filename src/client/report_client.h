@@ -20,8 +20,8 @@ enum class TokenBundleValidationResult {
 
 /// The report service, as far as the library uses it. A value without state of its own: copies speak
 /// to the same session, any number of calls may run at once, from any executor, and a call goes on
-/// when the client that started it is gone. A failed call throws ReportClientError or ServiceError;
-/// nothing is logged.
+/// when the client that started it is gone. A failed call throws ReportClientError or ServiceError, or
+/// JsonEncodingError for a record that JSON cannot hold; nothing is logged.
 class ReportClient
 {
 public:

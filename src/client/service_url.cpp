@@ -61,4 +61,9 @@ QUrl useReportServiceUrl()
     return url.origin;
 }
 
+bool isStorageSecureEnough(const QUrl &service, const QUrl &storage)
+{
+    return storage.scheme() != "http"_L1 || service.scheme() != "https"_L1;
+}
+
 } // namespace zenvor

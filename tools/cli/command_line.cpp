@@ -15,6 +15,8 @@ constexpr BugOccurrenceFrequency frequencies[] = {
     BugOccurrenceFrequency::FirstTime, BugOccurrenceFrequency::FewTimes, BugOccurrenceFrequency::SeveralTimes,
     BugOccurrenceFrequency::ManyTimes, BugOccurrenceFrequency::AlmostEveryTime};
 
+constexpr qsizetype maxFiles = 5;
+
 QString optionValue(FeedbackCategory category)
 {
     return category == FeedbackCategory::Bug ? u"bug"_s : u"improvement"_s;
@@ -97,6 +99,8 @@ ReportCommand reportCommand(const QCommandLineParser &parser)
                     .email = parser.value(u"email"_s),
                     .allowContact = parser.isSet(u"allow-contact"_s)};
     report.files = parser.values(u"attach"_s);
+    if (report.files.size() > maxFiles)
+        throw UsageError{u"A report takes at most five files."_s};
     if (!nonEmptyTrimmed(report.draft.message))
         throw UsageError{u"--message is empty."_s};
     return report;
@@ -117,6 +121,8 @@ CommandLine read(const QCommandLineParser &parser, const QString &environmentTok
     } else if (command == "ping"_L1) {
         refuseOptionsOf(parser, command, common + QStringList{u"device-id"_s});
         line.command = PingCommand{required(parser, u"device-id"_s)};
+        if (!nonEmptyTrimmed(std::get<PingCommand>(line.command).deviceId))
+            throw UsageError{u"--device-id is empty."_s};
     } else if (command == "report"_L1) {
         refuseOptionsOf(parser, command,
                         common

@@ -34,7 +34,7 @@ private:
 
 void print(std::FILE *stream, const QString &line)
 {
-    std::fputs((line + u'\n').toUtf8().constData(), stream);
+    std::fputs((line + u'\n').toLocal8Bit().constData(), stream);
     std::fflush(stream);
 }
 
