@@ -10,6 +10,7 @@
 #include <atomic>
 #include <cstdlib>
 #include <optional>
+#include <system_error>
 #include <utility>
 
 #ifdef Q_OS_UNIX
@@ -155,14 +156,29 @@ CurlHttpSession::~CurlHttpSession()
 void CurlHttpSession::start(HttpRequest request, StopToken stop, Done done)
 {
     auto job = std::make_shared<Job>(std::move(request), m_clock, std::move(stop), std::move(done));
-    const std::lock_guard lock(m_mutex);
+    std::unique_lock lock(m_mutex);
     if (m_hasEnded)
         return;
+    if (!startThread()) {
+        lock.unlock();
+        job->done(UrlErrorCode::Unknown);
+        return;
+    }
     m_incoming.push_back(std::move(job));
-    if (!m_thread.joinable())
-        m_thread = std::thread([this] { run(); });
-    else if (m_multi)
+    if (m_multi)
         curl_multi_wakeup(m_multi);
+}
+
+bool CurlHttpSession::startThread()
+{
+    if (m_thread.joinable())
+        return true;
+    try {
+        m_thread = std::thread([this] { run(); });
+    } catch (const std::system_error &) { // the system has no more threads to give
+        return false;
+    }
+    return true;
 }
 
 void CurlHttpSession::wake()
@@ -174,16 +190,17 @@ void CurlHttpSession::wake()
 
 void CurlHttpSession::end()
 {
+    std::thread thread;
     {
         const std::lock_guard lock(m_mutex);
         m_hasEnded = true;
         m_incoming.clear();
         if (m_multi)
             curl_multi_wakeup(m_multi);
-        if (!m_thread.joinable())
-            return;
+        thread = std::move(m_thread); // two ends at once must not both join
     }
-    m_thread.join();
+    if (thread.joinable())
+        thread.join();
 }
 
 void CurlHttpSession::run()

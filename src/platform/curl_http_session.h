@@ -37,6 +37,8 @@ private:
     struct Job;
     class Loop;
 
+    /// With the mutex held. False if there is no thread to be had.
+    bool startThread();
     void run();
     void wake();
 
