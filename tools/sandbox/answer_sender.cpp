@@ -1,5 +1,6 @@
 #include "sandbox/answer_sender.h"
 
+#include <QPointer>
 #include <QSslSocket>
 
 #include <algorithm>
@@ -36,6 +37,12 @@ AnswerSender::AnswerSender(QTcpSocket *socket, SendPlan plan, QObject *parent)
 void AnswerSender::start()
 {
     m_stage = Stage::Waiting;
+    if (m_plan.body) {
+        m_plan.body->onResume([self = QPointer(this)] {
+            if (self)
+                self->pump();
+        });
+    }
     m_socket->write(m_plan.informational);
     if (m_plan.delayMs > 0)
         m_timer.start(m_plan.delayMs);
@@ -60,6 +67,8 @@ void AnswerSender::pump()
             return;
         }
         if (m_offset == m_pending.size() && !refill()) {
+            if (m_plan.body && m_plan.body->isPaused())
+                return;
             m_stage = Stage::Flushing;
             break;
         }

@@ -31,15 +31,28 @@ private:
 class FileSource final : public BodySource
 {
 public:
-    explicit FileSource(const QString &path) : m_file(path) { m_isOpen = m_file.open(QIODevice::ReadOnly); }
+    FileSource(const QString &path, qint64 first, std::optional<qint64> length)
+        : m_file(path)
+        , m_isOpen(m_file.open(QIODevice::ReadOnly) && m_file.seek(first))
+        , m_size(length.value_or(m_file.size() - first))
+        , m_left(m_size)
+    {
+    }
 
     bool isOpen() const { return m_isOpen; }
-    QByteArray read(qsizetype limit) override { return m_file.read(limit); }
-    qint64 size() const override { return m_file.size(); }
+    QByteArray read(qsizetype limit) override
+    {
+        const QByteArray piece = m_file.read(std::min<qint64>(limit, m_left));
+        m_left -= piece.size();
+        return piece;
+    }
+    qint64 size() const override { return m_size; }
 
 private:
     QFile m_file;
-    bool m_isOpen = false;
+    bool m_isOpen;
+    qint64 m_size;
+    qint64 m_left;
 };
 
 class FillerSource final : public BodySource
@@ -115,9 +128,9 @@ std::unique_ptr<BodySource> bytesSource(QByteArray bytes)
     return std::make_unique<BytesSource>(std::move(bytes));
 }
 
-std::unique_ptr<BodySource> fileSource(const QString &path)
+std::unique_ptr<BodySource> fileSource(const QString &path, qint64 first, std::optional<qint64> length)
 {
-    auto source = std::make_unique<FileSource>(path);
+    auto source = std::make_unique<FileSource>(path, first, length);
     if (!source->isOpen())
         return nullptr;
     return source;

@@ -1,7 +1,7 @@
 #include "sandbox/control.h"
 
-#include "sandbox/pages.h"
 #include "sandbox/protocol.h"
+#include "sandbox/report_files.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -14,10 +14,6 @@ namespace zenvor::sandbox {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-// What arrived from an app may be anything; no browser is to run it, wherever it is opened.
-constexpr auto filePolicy =
-    "default-src 'none'; img-src 'self'; media-src 'self'; style-src 'unsafe-inline'; sandbox";
 
 Answer arrayAnswer(const QJsonArray &array)
 {
@@ -117,48 +113,37 @@ Answer controlFaults(const RequestHead &head, const QByteArray &body, FaultQueue
     return faultList(faults);
 }
 
-// Only names that the store itself knows lead to a file, so no path can be smuggled in.
-Answer reportFile(const QByteArray &rest, const ReportStore &reports)
-{
-    const QList<QByteArray> parts = rest.split('/');
-    const StoredReport *report =
-        parts.size() == 2 ? reports.find(QString::fromLatin1(parts.first())) : nullptr;
-    if (report == nullptr)
-        return notFound();
-    const QString name = QString::fromLatin1(parts.last());
-    QByteArray type = "application/json"_ba;
-    if (name != "report.json"_L1) {
-        const auto file = std::ranges::find(report->attachments, name, &StoredAttachment::fileName);
-        if (file == report->attachments.end())
-            return notFound();
-        type = file->mimeType.toLatin1();
-    }
-    Answer answer = bytesAnswer(200, type, {});
-    answer.body = fileSource(reports.path(report->id) + u'/' + name);
-    setHeader(answer.headers, "Content-Security-Policy"_ba, filePolicy);
-    return answer.body ? answer : notFound();
-}
-
-} // namespace
-
-Answer answerDeveloper(const RequestHead &head, const QByteArray &body, FaultQueue &faults,
-                       const RequestLog &requests, const ReportStore &reports)
+Answer developerAnswer(const RequestHead &head, const QByteArray &body, const DeveloperDesk &desk)
 {
     const QByteArray path = head.path();
     const QByteArray reportPrefix = "/sandbox/reports/"_ba;
     if (path == "/sandbox/faults"_ba)
-        return controlFaults(head, body, faults);
+        return controlFaults(head, body, desk.faults);
     if (head.method != "GET"_ba && head.method != "HEAD"_ba)
         return methodRefusal("GET, HEAD"_ba);
     if (path == "/"_ba)
-        return inboxPage(reports);
+        return inboxPage(desk.reports, desk.firstSteps, head.query());
+    if (path == "/sandbox/events"_ba)
+        return desk.events.open(desk.reports.isEmpty() ? QString() : desk.reports.newest().id);
     if (path == "/sandbox/requests"_ba)
-        return requestList(requests);
+        return requestList(desk.requests);
     if (path == "/sandbox/reports"_ba)
-        return reportList(reports);
+        return reportList(desk.reports);
     if (path.startsWith(reportPrefix))
-        return reportFile(path.mid(reportPrefix.size()), reports);
-    return notFound();
+        return reportFile(head, path.mid(reportPrefix.size()), desk.reports);
+    return inboxResource(path).value_or(notFound());
+}
+
+} // namespace
+
+Answer answerDeveloper(const RequestHead &head, const QByteArray &body, const DeveloperDesk &desk)
+{
+    Answer answer = developerAnswer(head, body, desk);
+    // What testers wrote and pictured stays with this page: in no cache, and out of reach of other sites.
+    setHeader(answer.headers, "Cache-Control"_ba, "no-store"_ba);
+    setHeader(answer.headers, "Cross-Origin-Resource-Policy"_ba, "same-origin"_ba);
+    setHeader(answer.headers, "Referrer-Policy"_ba, "no-referrer"_ba);
+    return answer;
 }
 
 } // namespace zenvor::sandbox

@@ -17,6 +17,7 @@ struct RequestHead
     qint64 contentLength = -1; ///< -1: none was given
 
     QByteArray path() const { return target.split('?').first(); }
+    QByteArray query() const { return target.mid(path().size() + 1); }
     bool wantsContinue() const;
     bool wantsKeepAlive() const;
 };

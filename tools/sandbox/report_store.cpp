@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QRegularExpression>
 #include <QSaveFile>
 
 #include <algorithm>
@@ -55,6 +56,14 @@ QJsonObject metaJson(const StoredReport &report)
             {u"attachments"_s, attachments}};
 }
 
+/// Whether it can be part of a path and of a link as it is. Names that the store gives always can; somebody
+/// may have renamed or edited what lies in the folder.
+bool isPlainName(const QString &name)
+{
+    static const QRegularExpression plain(u"\\A[A-Za-z0-9_-][A-Za-z0-9._-]*\\z"_s);
+    return plain.match(name).hasMatch();
+}
+
 bool newerFirst(const StoredReport &a, const StoredReport &b)
 {
     return a.receivedAt > b.receivedAt;
@@ -84,6 +93,8 @@ bool ReportStore::open(const QString &folder, QString *error, QStringList *notes
 
 std::optional<StoredReport> ReportStore::load(const QString &id) const
 {
+    if (!isPlainName(id))
+        return {};
     const auto body = readJson(path(id) + u"/report.json"_s);
     const auto meta = readJson(path(id) + u"/meta.json"_s);
     if (!body || !meta)
@@ -103,8 +114,7 @@ std::optional<StoredReport> ReportStore::load(const QString &id) const
         attachment.kind = file.text("kind"_L1).value_or(QString());
         attachment.mimeType = file.text("mime_type"_L1).value_or(QString());
         attachment.bytes = file.integer("bytes"_L1).value_or(0);
-        // The file name will be a path below the folder; somebody may have edited it into something else.
-        if (attachment.fileName.contains(u'/') || !QFileInfo::exists(path(id) + u'/' + attachment.fileName))
+        if (!isPlainName(attachment.fileName) || !QFileInfo::exists(path(id) + u'/' + attachment.fileName))
             return {};
         report.attachments << attachment;
     }

@@ -197,8 +197,13 @@ const ReportStore &Sandbox::reports() const
 
 void Sandbox::handleDecided(const RecordedRequest &request)
 {
-    Q_EMIT logged(logLine(request));
-    if (Service::isForDeveloper(request.path()))
+    const bool isForDeveloper = Service::isForDeveloper(request.path());
+    // An open inbox asks for much; among its lines, those of the app would be lost.
+    const bool onlyLooks =
+        isForDeveloper && request.status < 400 && (request.method == "GET"_ba || request.method == "HEAD"_ba);
+    if (!onlyLooks)
+        Q_EMIT logged(logLine(request));
+    if (isForDeveloper)
         return;
     m_service->requests().add(request);
     Q_EMIT requestAnswered(request);

@@ -74,7 +74,8 @@ std::optional<Answer> Service::judgeHost(const RequestHead &head)
 
 bool Service::isForDeveloper(const QByteArray &path)
 {
-    return path == "/"_ba || path == "/sandbox"_ba || path.startsWith("/sandbox/"_ba);
+    return path == "/"_ba || path == "/favicon.ico"_ba || path == "/sandbox"_ba
+        || path.startsWith("/sandbox/"_ba);
 }
 
 Service::Intake Service::begin(const RequestHead &head)
@@ -114,7 +115,16 @@ Answer Service::finish(const RequestHead &head, const QByteArray &body, Intake &
         return completeUpload(head, body);
     if (path == "/v1/sdk/reports"_ba)
         return submitReport(head, body);
-    return answerDeveloper(head, body, m_faults, m_requests, m_reports);
+    return answerDeveloper(head, body, {m_faults, m_events, m_requests, m_reports, firstSteps()});
+}
+
+FirstSteps Service::firstSteps() const
+{
+    // The token of a sandbox that was started without one stands in its manual; others are nobody's to show.
+    const QString known = u"demo-token"_s;
+    const bool isDemo = m_bundleIdsByToken.contains(known);
+    const QString bundleId = isDemo ? m_bundleIdsByToken.value(known) : m_bundleIdsByToken.values().value(0);
+    return {m_origin.toString(), isDemo ? known : u"TOKEN"_s, bundleId};
 }
 
 template<typename Record>
@@ -254,6 +264,7 @@ Answer Service::submitReport(const RequestHead &head, const QByteArray &body)
         return diskRefusal(error);
     for (const QString &id : report.attachmentIds)
         m_uploads.remove(id);
+    m_events.publish(stored->id);
     Q_EMIT reportReceived(stored->id);
     return ok();
 }

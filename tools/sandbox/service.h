@@ -1,8 +1,10 @@
 #pragma once
 
+#include "sandbox/event_streams.h"
 #include "sandbox/fault_queue.h"
 #include "sandbox/http_answer.h"
 #include "sandbox/http_reader.h"
+#include "sandbox/inbox_page.h"
 #include "sandbox/protocol.h"
 #include "sandbox/recorded_request.h"
 #include "sandbox/report_store.h"
@@ -64,6 +66,7 @@ private:
     Answer submitReport(const RequestHead &head, const QByteArray &body);
     Answer storeUpload(const RequestHead &head, IncomingUpload &incoming);
     std::optional<Answer> judgeStorage(const RequestHead &head) const;
+    FirstSteps firstSteps() const;
 
     template<typename Record>
     std::optional<Answer> judge(const RequestHead &head, Reading<Record> &reading,
@@ -73,6 +76,7 @@ private:
     QUrl m_origin;
     FaultQueue m_faults;
     RequestLog m_requests;
+    EventStreams m_events;
     UploadStore m_uploads;
     ReportStore m_reports;
 };
