@@ -1,9 +1,10 @@
 #include "platform/awaitable_callback.h"
 #include "platform/clock.h"
-#include "platform/curl_http_session.h"
 #include "platform/executor.h"
+#include "platform/process_session.h"
 #include "support/await.h"
 #include "support/certificate.h"
+#include "support/session.h"
 #include "support/test_service.h"
 
 #include <QElapsedTimer>
@@ -12,10 +13,30 @@
 #include <QTcpServer>
 #include <QTest>
 
+#include <algorithm>
+
 using namespace zenvor;
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
+using test::TestedSession;
 using test::TestService;
+
+namespace {
+
+// A minute takes 0.6 s.
+struct FastClock final : Clock
+{
+    std::chrono::steady_clock::time_point now() const override
+    {
+        return std::chrono::steady_clock::time_point(Clock::now().time_since_epoch() * 100);
+    }
+    std::chrono::milliseconds realDuration(std::chrono::milliseconds duration) const override
+    {
+        return std::chrono::ceil<std::chrono::milliseconds>(duration / 100.0);
+    }
+};
+
+} // namespace
 
 /// The session against a service that misbehaves: what the caller gets, and what was sent how often.
 class TestHttpSession : public QObject
@@ -28,6 +49,9 @@ private Q_SLOTS:
     void givesTheAnswerOrTheCodeOfTheFailure();
     void doesNotTimeOutWhileDataTrickles();
     void timesOutAfterAMinuteWithoutData();
+    void discardsABodyForAMinuteUnlessItStandsStill_data();
+    void discardsABodyForAMinuteUnlessItStandsStill();
+    void asksNoProxyForThisMachine();
     void timesOutAnUploadThatNobodyTakes();
     void giveUpOnABodyThatNobodyReads_data();
     void giveUpOnABodyThatNobodyReads();
@@ -35,6 +59,9 @@ private Q_SLOTS:
     void followsRedirectsAsAPlatformSessionDoes();
     void sendsOnceWhatMustNotBeRepeated_data();
     void sendsOnceWhatMustNotBeRepeated();
+    void tellsAnotherHostNoCredentials();
+    void keepsNoCookies();
+    void tellsHowFarAnUploadHasGone();
     void neverAnswersAChallenge_data();
     void neverAnswersAChallenge();
     void refusesUrlsThatAreNotHttp_data();
@@ -58,17 +85,21 @@ private:
         return request;
     }
     /// The status, or the negative code of the failure.
-    int outcome(HttpRequest request, StopToken stop = {})
+    static int outcome(HttpSession &session, HttpRequest request, StopToken stop = {})
     {
         try {
-            return test::await(m_session.send(std::move(request), stop)).status;
+            return test::await(session.send(std::move(request), stop)).status;
         } catch (const UrlError &error) {
             return int(error.code());
         }
     }
+    int outcome(HttpRequest request, StopToken stop = {})
+    {
+        return outcome(m_session, std::move(request), stop);
+    }
 
     TestService m_service;
-    CurlHttpSession m_session{Clock::system()};
+    TestedSession m_session{Clock::system()};
 };
 
 void TestHttpSession::init()
@@ -82,29 +113,49 @@ void TestHttpSession::givesTheAnswerOrTheCodeOfTheFailure_data()
     QTest::addColumn<int>("expected");
     QTest::addColumn<QByteArray>("body");
 
-    const auto row = [](const char *name, const char *fault, int expected, const QByteArray &body = {}) {
-        QTest::newRow(name) << QByteArray(fault) << expected << body;
+    const auto row = [](const char *name, const QByteArray &fault, int expected,
+                        const QByteArray &body = {}) {
+        QTest::newRow(name) << fault << expected << body;
     };
     row("answer", R"({"body":"hello"})", 200, "hello"_ba);
     row("no content", R"({"status":204})", 204);
     row("error with a body", R"({"status":503,"body":"busy"})", 503, "busy"_ba);
     row("chunked", R"({"chunked":true,"body":"hello"})", 200, "hello"_ba);
-    row("interim answers", R"({"informational":[100,103],"body":"hello"})", 200, "hello"_ba);
+    // Qt Network takes an interim status for the answer; the connection cannot be used on.
+    if (test::isQtSession)
+        row("interim answers", R"({"informational":[100,103],"body":"hello"})", -1005);
+    else
+        row("interim answers", R"({"informational":[100,103],"body":"hello"})", 200, "hello"_ba);
     row("compressed", R"({"gzip":true,"body":"hello"})", 200, "hello"_ba);
     row("compressed bomb", R"({"gzip":true,"bodySize":100000000})", 200);
     row("too long", R"({"bodySize":20000000})", 200);
     row("endless", R"({"endless":true})", 200);
     row("endless error", R"({"status":500,"endless":true})", 500);
+    row("with fields behind the body",
+        R"({"garbage":"HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n5\r\nhello\r\n0\r\nX-Sum: 1\r\n\r\n"})",
+        200, "hello"_ba);
     row("redirect without a place", R"({"status":302,"body":"lost"})", 302, "lost"_ba);
     row("badly compressed", R"({"headers":{"Content-Encoding":"gzip"},"body":"plain"})", -1015);
     row("closed before the answer", R"({"cut":"beforeHeaders","times":0})", -1005);
-    row("closed in the head", R"({"cut":"inHeaders"})", -1005);
+    // A pooled connection that is lost in the head: Qt Network does not tell that from one lost before
+    // any answer, so that the request is repeated, once.
+    const auto rowInHead = [&row](const char *name, const QByteArray &fault) {
+        if (test::isQtSession)
+            row(name, "[" + fault + R"(,{"body":"again"}])", 200, "again"_ba);
+        else
+            row(name, fault, -1005);
+    };
+    rowInHead("closed in the head", R"({"cut":"inHeaders"})");
     row("closed in the body", R"({"cut":"inBody","bodySize":1000})", -1005);
     row("reset before the answer", R"({"reset":"beforeHeaders","times":0})", -1005);
-    row("reset in the head", R"({"reset":"inHeaders"})", -1005);
+    rowInHead("reset in the head", R"({"reset":"inHeaders"})");
     row("reset in the body", R"({"reset":"inBody","bodySize":1000})", -1005);
-    row("no HTTP", R"({"garbage":true})", -1005);
-    row("bad chunk", R"({"badChunk":true,"body":"hello"})", -1005);
+    rowInHead("no HTTP", R"({"garbage":true})");
+    // Qt Network does not report an error in the framing of chunks; the body ends there.
+    if (test::isQtSession)
+        row("bad chunk", R"({"badChunk":true,"body":"hello"})", 200, "hello"_ba);
+    else
+        row("bad chunk", R"({"badChunk":true,"body":"hello"})", -1005);
     row("silent before the answer", R"({"stall":"beforeHeaders"})", -1001);
     row("silent in the head", R"({"stall":"inHeaders"})", -1001);
     row("silent in the body", R"({"stall":"inBody","bodySize":1000})", -1001);
@@ -122,6 +173,7 @@ void TestHttpSession::givesTheAnswerOrTheCodeOfTheFailure()
     QFETCH(QByteArray, fault);
     QFETCH(int, expected);
     QFETCH(QByteArray, body);
+    outcome(request("GET"_ba, u"/warm"_s)); // most requests go out on a pooled connection
     m_service.reset(fault.replace("%1", QByteArray(400000, 'x')));
     auto get = request("GET"_ba, u"/storage/t"_s);
     if (expected == -1001)
@@ -150,25 +202,46 @@ void TestHttpSession::doesNotTimeOutWhileDataTrickles()
 
 void TestHttpSession::timesOutAfterAMinuteWithoutData()
 {
-    struct FastClock final : Clock
-    {
-        std::chrono::steady_clock::time_point now() const override
-        {
-            return std::chrono::steady_clock::time_point(Clock::now().time_since_epoch() * 100);
-        }
-        std::chrono::milliseconds realDuration(std::chrono::milliseconds duration) const override
-        {
-            return std::chrono::ceil<std::chrono::milliseconds>(duration / 100.0);
-        }
-    };
     const FastClock clock;
-    CurlHttpSession session(clock);
+    TestedSession session(clock);
     m_service.reset(R"({"stall":"beforeHeaders"})");
     QElapsedTimer timer;
     timer.start();
     const auto error = test::failureOf<UrlError>(session.send(request("GET"_ba, u"/storage/t"_s)));
     QCOMPARE(error.value().code(), UrlErrorCode::TimedOut);
     QVERIFY2(timer.elapsed() >= 590, qPrintable(QString::number(timer.elapsed())));
+}
+
+void TestHttpSession::discardsABodyForAMinuteUnlessItStandsStill_data()
+{
+    QTest::addColumn<QByteArray>("fault");
+    QTest::addColumn<int>("expected");
+
+    QTest::newRow("trickles") << R"({"body":"%1","dripMs":50})"_ba.replace("%1", QByteArray(200, 'x')) << 200;
+    QTest::newRow("stands still") << R"({"body":"0123456789","dripMs":20,"stall":"inBody"})"_ba << -1001;
+}
+
+void TestHttpSession::discardsABodyForAMinuteUnlessItStandsStill()
+{
+    QFETCH(QByteArray, fault);
+    m_service.reset(fault);
+    const FastClock clock;
+    TestedSession session(clock);
+    auto post = request("POST"_ba, u"/storage/t"_s, "x"_ba);
+    post.readsBody = false;
+    QElapsedTimer timer;
+    timer.start();
+    QTEST(outcome(session, post), "expected");
+    QVERIFY2(timer.elapsed() < 8000, qPrintable(QString::number(timer.elapsed())));
+}
+
+void TestHttpSession::asksNoProxyForThisMachine()
+{
+    qputenv("http_proxy", "http://127.0.0.1:1");
+    m_service.reset(R"({"body":"direct"})");
+    const int status = outcome(request("GET"_ba, u"/storage/t"_s));
+    qunsetenv("http_proxy");
+    QCOMPARE(status, 200);
 }
 
 void TestHttpSession::timesOutAnUploadThatNobodyTakes()
@@ -253,6 +326,50 @@ void TestHttpSession::sendsOnceWhatMustNotBeRepeated()
     post.isSentOnce = isSentOnce;
     QTEST(outcome(post), "expected");
     QCOMPARE(m_service.requestLines().count(u"POST /storage/once"_s), requests);
+    // Nothing that was pooled may come to lose it.
+    const auto log = m_service.requests();
+    QCOMPARE(log.at(1).connection == log.at(0).connection, !isSentOnce);
+}
+
+void TestHttpSession::tellsAnotherHostNoCredentials()
+{
+    TestService other;
+    m_service.reset(R"([{"path":"/near","redirect":"/there"},{"path":"/there","body":"x"},
+                        {"path":"/far","redirect":"%1/there"}])"_ba.replace("%1", other.url().toEncoded()));
+    const auto secret = [](const TestService &service) {
+        const auto headers = service.requests().constLast().headers;
+        return sandbox::headerValues(headers, "Authorization"_ba)
+            + sandbox::headerValues(headers, "Cookie"_ba);
+    };
+    auto get = request("GET"_ba, u"/near"_s);
+    get.headers.set("Authorization"_ba, "Bearer secret"_ba);
+    get.headers.set("Cookie"_ba, "key=secret"_ba);
+    outcome(get);
+    QCOMPARE(secret(m_service).size(), 2);
+    get.url = m_service.url(u"/far"_s);
+    outcome(get);
+    QCOMPARE(secret(other), QList<QByteArray>());
+}
+
+void TestHttpSession::keepsNoCookies()
+{
+    m_service.reset(R"({"body":"x","times":0,"headers":{"Set-Cookie":"a=b; Path=/"}})");
+    outcome(request("GET"_ba, u"/storage/t"_s));
+    outcome(request("GET"_ba, u"/storage/t"_s));
+    QVERIFY(sandbox::headerValues(m_service.requests().at(1).headers, "Cookie"_ba).isEmpty());
+}
+
+void TestHttpSession::tellsHowFarAnUploadHasGone()
+{
+    m_service.reset(R"({"status":200})");
+    QList<qint64> progress; // written on the session's thread, read after the end
+    auto put = request("PUT"_ba, u"/storage/t"_s, QByteArray(3000000, 'x'));
+    put.onProgress = [&progress](qint64 sent) {
+        progress.append(sent);
+    };
+    QCOMPARE(outcome(put), 200);
+    QVERIFY(std::is_sorted(progress.begin(), progress.end()));
+    QCOMPARE(progress.constLast(), 3000000);
 }
 
 void TestHttpSession::neverAnswersAChallenge_data()
@@ -316,7 +433,9 @@ void TestHttpSession::sendsTheUrlAsItWasReceived()
     get.urlAsReceived = m_service.url().toEncoded() + target + "#fragment";
     get.url = QUrl(QString::fromLatin1(get.urlAsReceived), QUrl::StrictMode);
     outcome(get);
-    QCOMPARE(m_service.requests().at(0).target, target);
+    // The session on Qt Network sends what QUrl makes of it.
+    const auto normalised = "/storage/a%2Fb/A?X-Sig=%2F%2B~+%3D%20[,]&empty=&p=%C3%A4"_ba;
+    QCOMPARE(m_service.requests().at(0).target, test::isQtSession ? normalised : target);
 
     // What cannot stand on the wire is encoded.
     m_service.reset();
@@ -359,7 +478,7 @@ void TestHttpSession::trustsOnlyKnownCertificates()
     get.url = service.url(u"/storage/t"_s);
     QCOMPARE(outcome(get), -1202);
 
-    CurlHttpSession trusting(Clock::system(), certificate.certificateFile());
+    TestedSession trusting(Clock::system(), certificate.certificateFile());
     QCOMPARE(test::await(trusting.send(get)).body, "secret"_ba);
     get.url = service.url(u"/down"_s);
     QCOMPARE(test::failureOf<UrlError>(trusting.send(get)).value().code(), UrlErrorCode::UnsupportedUrl);
@@ -412,33 +531,48 @@ void TestHttpSession::servesManyExecutorsAtOnce()
 
 void TestHttpSession::endsSilentlyWithRequestsUnderWay()
 {
-    m_service.reset(R"({"path":"/storage/t","stall":"beforeHeaders","times":0})");
-    QProcess child;
-    auto environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"ZENVOR_TEST_URL"_s, m_service.url(u"/storage/t"_s).toString());
-    child.setProcessEnvironment(environment);
+    const test::Certificate certificate;
+    TestService secure(certificate.certificateFile(), certificate.keyFile());
+    const auto endsWell = [&certificate](const QUrl &url, const QString &ending, int afterMs) {
+        QProcess child;
+        auto environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"SSL_CERT_FILE"_s, certificate.certificateFile());
+        child.setProcessEnvironment(environment);
+        child.start(QCoreApplication::applicationFilePath(),
+                    {u"--end-by"_s, ending, QString::number(afterMs), url.toString()});
+        return QTest::qWaitFor([&child] { return child.state() == QProcess::NotRunning; }, 20000)
+            && child.exitStatus() == QProcess::NormalExit && child.exitCode() == 0
+            && child.readAllStandardError().isEmpty();
+    };
+    const auto stall = R"({"path":"/storage/t","stall":"beforeHeaders","times":0})"_ba;
+    m_service.reset(stall);
+    secure.reset(stall);
     for (const auto &ending : {u"return"_s, u"exit"_s}) {
-        child.start(QCoreApplication::applicationFilePath(), {u"--end-by"_s, ending});
-        QVERIFY(QTest::qWaitFor([&child] { return child.state() == QProcess::NotRunning; }, 20000));
-        QCOMPARE(child.exitStatus(), QProcess::NormalExit);
-        QCOMPARE(child.exitCode(), 0);
-        QCOMPARE(child.readAllStandardError(), QByteArray());
+        QVERIFY(endsWell(m_service.url(u"/storage/t"_s), ending, 300));
+        QVERIFY(endsWell(secure.url(u"/storage/t"_s), ending, 1000));
+        // In the middle of the first handshake, now and then. Qt cannot be ended safely there by exit().
+        for (const int ms : {1, 3, 5, 8, 12, 20, 40}) {
+            const auto early = test::isQtSession ? u"return"_s : ending;
+            QVERIFY2(endsWell(secure.url(u"/storage/t"_s), early, ms),
+                     qPrintable(early + QString::number(ms)));
+        }
     }
     QCOMPARE(m_service.requests().size(), 8);
 }
 
 namespace {
 
-// The process of a host that ends while its requests are under way.
+// The process of a host that ends while its requests are under way: --end-by return|exit MS URL.
 int runHost(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
+    const auto arguments = QCoreApplication::arguments();
     HttpRequest get;
-    get.url = QUrl(qEnvironmentVariable("ZENVOR_TEST_URL"));
+    get.url = QUrl(arguments.at(4));
     for (int i = 0; i < 4; ++i)
-        HttpSession::shared().send(get); // detached: never ends
-    QTimer::singleShot(300, &application, [argv] {
-        if (argv[2] == "exit"_ba)
+        processSession<TestedSession>().send(get); // detached: never ends
+    QTimer::singleShot(arguments.at(3).toInt(), &application, [&arguments] {
+        if (arguments.at(2) == "exit"_L1)
             std::exit(0);
         QCoreApplication::quit();
     });
@@ -449,7 +583,7 @@ int runHost(int argc, char **argv)
 
 int main(int argc, char **argv)
 {
-    if (argc > 2 && argv[1] == "--end-by"_ba)
+    if (argc > 4 && argv[1] == "--end-by"_ba)
         return runHost(argc, argv);
     QCoreApplication application(argc, argv);
     TestHttpSession test;

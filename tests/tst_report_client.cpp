@@ -1,7 +1,7 @@
 #include "client/report_client.h"
 #include "client/report_client_error.h"
-#include "platform/curl_http_session.h"
 #include "support/await.h"
+#include "support/session.h"
 #include "support/test_service.h"
 
 #include <zenvor/report_service.h>
@@ -65,7 +65,7 @@ private:
             return duration / 30;
         }
     } m_clock;
-    CurlHttpSession m_session{Clock::system()};
+    test::TestedSession m_session{Clock::system()};
     ReportClient m_client{ZenvorConfiguration(TestService::token(), false), m_session, m_clock};
 };
 

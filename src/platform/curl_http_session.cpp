@@ -3,12 +3,10 @@
 #include "platform/clock.h"
 #include "platform/curl_transfer.h"
 
-#include <QCoreApplication>
 #include <QFile>
 
 #include <algorithm>
 #include <atomic>
-#include <cstdlib>
 #include <optional>
 #include <system_error>
 #include <utility>
@@ -208,6 +206,7 @@ void CurlHttpSession::run()
     blockSignals();
     // On this thread: OpenSSL leaves state of the thread that first uses it, and pool threads come and go.
     curl_global_init(CURL_GLOBAL_DEFAULT);
+    endWithProcess();
     CURLM *const multi = curl_multi_init();
     {
         const std::lock_guard lock(m_mutex);
@@ -235,19 +234,6 @@ void CurlHttpSession::run()
         m_multi = nullptr;
     }
     curl_multi_cleanup(multi);
-}
-
-HttpSession &HttpSession::shared()
-{
-    // Never destroyed, but ended: with the application object, so that nothing delays or outlives its
-    // end, and with the process, before libcurl's own libraries are torn down under a running thread.
-    static auto *session = [] {
-        static auto *made = new CurlHttpSession(Clock::system());
-        qAddPostRoutine([] { made->end(); });
-        std::atexit([] { made->end(); });
-        return made;
-    }();
-    return *session;
 }
 
 } // namespace zenvor

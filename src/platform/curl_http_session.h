@@ -27,10 +27,7 @@ public:
     explicit CurlHttpSession(const Clock &clock, QString caFile = {});
     ~CurlHttpSession() override;
 
-    /// Ends the thread. What is under way is dropped without a result, and so is what comes later.
-    /// From any thread but the session's own.
-    void end();
-
+    void end() override;
     void start(HttpRequest request, StopToken stop, Done done) override;
 
 private:

@@ -20,7 +20,7 @@ public:
     HttpSession() = default;
     HttpSession(const HttpSession &) = delete;
     HttpSession &operator=(const HttpSession &) = delete;
-    virtual ~HttpSession() = default;
+    virtual ~HttpSession();
 
     /// Sends \a request and waits for the whole answer, whatever its status. Throws UrlError. A stop
     /// ends the transfer with UrlErrorCode::Cancelled. A `file:` or `data:` URL gives a response that
@@ -34,6 +34,10 @@ public:
     /// any thread; calls \a done once, from any thread.
     virtual void start(HttpRequest request, StopToken stop, Done done) = 0;
 
+    /// Ends the session for good. What is under way is dropped without a result, and so is what comes
+    /// later. From any thread but the session's own.
+    virtual void end() = 0;
+
     /// The process-wide session. It costs nothing before its first request, and ends with the
     /// application object or the process, whichever is first; what waits for it then stays suspended.
     static HttpSession &shared();
@@ -45,6 +49,12 @@ public:
     static constexpr qsizetype maxDiscardedSize = 1024 * 1024;
     static constexpr std::chrono::seconds maxDiscardingTime{60};
     static constexpr int maxRedirects = 20;
+
+protected:
+    /// To be called once, on the session's thread, when the libraries below it are initialised: what is
+    /// registered with the process after they are is run before they are torn down, and the session
+    /// must have ended by then.
+    void endWithProcess();
 };
 
 } // namespace zenvor

@@ -20,6 +20,7 @@ public:
     ObservedSession(HttpSession &session, Options options);
 
     void start(HttpRequest request, StopToken stop, Done done) override;
+    void end() override { m_session.end(); }
 
 private:
     HttpSession &m_session;

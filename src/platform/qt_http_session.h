@@ -1,0 +1,52 @@
+#pragma once
+
+#include "platform/http_session.h"
+
+#include <QString>
+
+#include <memory>
+#include <mutex>
+
+class QThread;
+
+namespace zenvor {
+
+class Clock;
+
+/// The session of phones, where Qt Network is at hand and libcurl is not: on one thread of its own,
+/// started by the first request and asleep while nothing is under way. It keeps the contract, except
+/// where Qt Network 6.4 offers no way to:
+/// - a URL is sent as QUrl writes it, not letter by letter as it was received;
+/// - an interim answer other than 100, and a head without any field, count as a lost connection;
+/// - a request is also repeated if its pooled connection was lost in the head of an answer;
+/// - a body counts as whole where its chunks are malformed, or its compressed bytes end early;
+/// - a name that is being looked up at the end of the application delays that end;
+/// - a process that calls exit() without ending the application object, while the first https request
+///   still loads Qt's TLS, may crash: that is torn down in the order in which it was loaded.
+class QtHttpSession final : public HttpSession
+{
+public:
+    /// \a clock times the transfers and must outlive the session. \a caFile: trusted certificates in
+    /// PEM form; empty: the file named by SSL_CERT_FILE, else the system's.
+    explicit QtHttpSession(const Clock &clock, QString caFile = {});
+    ~QtHttpSession() override;
+
+    void end() override;
+    void start(HttpRequest request, StopToken stop, Done done) override;
+
+private:
+    class Worker;
+
+    /// With the mutex held. False if there is no thread to be had.
+    bool startThread();
+
+    const Clock &m_clock;
+    const QString m_caFile;
+
+    std::mutex m_mutex;
+    std::unique_ptr<QThread> m_thread;
+    Worker *m_worker = nullptr; // goes with the thread
+    bool m_hasEnded = false;
+};
+
+} // namespace zenvor
