@@ -1,6 +1,7 @@
 #include "support/test_service.h"
 
 #include <QFile>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
@@ -24,6 +25,7 @@ private Q_SLOTS:
     void labelsFilesByTheirExtension();
     void takesTheTokenFromTheEnvironment();
     void listsRequestsWithoutSecrets();
+    void worksOnTheQueueOfTheApp();
 
 private:
     struct Outcome
@@ -47,6 +49,7 @@ TestCli::Outcome TestCli::run(const QStringList &arguments, const QString &token
     QProcess process;
     auto environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"ZENVOR_TOKEN"_s, token);
+    environment.insert(u"XDG_DATA_HOME"_s, m_files.filePath(u"data"_s));
     environment.remove(u"DISPLAY"_s);
     environment.remove(u"QT_QPA_PLATFORM"_s);
     process.setProcessEnvironment(environment);
@@ -202,6 +205,28 @@ void TestCli::listsRequestsWithoutSecrets()
              qPrintable(lines.at(3)));
     for (const auto &secret : {TestService::token(), u"my words"_s, u"signature"_s})
         QVERIFY2(!outcome.errors.contains(secret), qPrintable(secret));
+}
+
+void TestCli::worksOnTheQueueOfTheApp()
+{
+    const auto queue = [this](const QString &arguments) {
+        return run(arguments.split(u' '));
+    };
+    const auto devices = [this, &queue] {
+        QStringList names;
+        for (const auto &entry : QJsonDocument::fromJson(queue(u"queue show"_s).output.toUtf8()).array())
+            names.append(entry.toObject().value("deviceId"_L1).toString());
+        return names.join(u' ');
+    };
+    QCOMPARE(queue(u"queue show"_s).output, u"[]\n"_s);
+    for (const auto *device : {"A", "B", "A", "C"})
+        QCOMPARE(queue(u"queue enqueue --device-id %1"_s.arg(QString::fromLatin1(device))).exitCode, 0);
+    QCOMPARE(devices(), u"A B C"_s);
+    QCOMPARE(queue(u"queue flush --max-batch-size 2"_s).exitCode, 0);
+    QCOMPARE(m_service.requests().size(), 2);
+    QCOMPARE(devices(), u"C"_s);
+    QCOMPARE(queue(u"queue show --bundle-id com.example.other"_s).output, u"[]\n"_s);
+    QCOMPARE(queue(u"queue flush --max-batch-size -1"_s).exitCode, 2);
 }
 
 QTEST_GUILESS_MAIN(TestCli)

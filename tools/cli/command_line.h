@@ -25,14 +25,32 @@ struct ReportCommand
     QStringList files;
 };
 
+/// The stored ping queue of the app: what it holds, as stored.
+struct QueueShowCommand
+{
+};
+
+struct QueueEnqueueCommand
+{
+    QString deviceId;
+};
+
+struct QueueFlushCommand
+{
+    int maxBatchSize = 3;
+};
+
+using Command = std::variant<ValidateCommand, PingCommand, ReportCommand, QueueShowCommand,
+                             QueueEnqueueCommand, QueueFlushCommand>;
+
 /// What the user asked for.
 struct CommandLine
 {
     std::optional<QUrl> service; ///< instead of the one that the library was built for
-    QString token;
+    QString token; ///< empty for commands that send nothing
     QString bundleId;
     bool isVerbose = false;
-    std::variant<ValidateCommand, PingCommand, ReportCommand> command;
+    Command command;
 };
 
 /// Text to print instead of running a command: help or the version on standard output, or what is

@@ -4,7 +4,9 @@
 #include "cli/observed_session.h"
 #include "client/report_client.h"
 #include "deviceinfo/device_info_provider.h"
+#include "pingqueue/device_ping_queue.h"
 #include "platform/error.h"
+#include "platform/user_defaults.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -86,14 +88,38 @@ Task<> report(ReportClient client, CommandLine line)
     co_await client.submit(std::move(*payload), std::move(attachments));
 }
 
+UserDefaults storeOf(const QString &bundleId)
+{
+    return UserDefaults::forApplication(bundleId.trimmed());
+}
+
+Task<> flush(ReportClient client, QString bundleId, int maxBatchSize)
+{
+    DevicePingQueue queue(storeOf(bundleId));
+    co_await queue.flush(client, maxBatchSize);
+}
+
+Task<> enqueue(QString bundleId, QString deviceId)
+{
+    DevicePingQueue queue(storeOf(bundleId));
+    co_await queue.enqueue(bundleId, deviceId);
+}
+
 Task<> execute(ReportClient client, CommandLine line)
 {
     if (std::holds_alternative<ValidateCommand>(line.command)) {
         co_await validate(client, line.bundleId);
     } else if (const auto *ping = std::get_if<PingCommand>(&line.command)) {
         co_await client.pingDevice(line.bundleId, ping->deviceId);
-    } else {
+    } else if (std::holds_alternative<ReportCommand>(line.command)) {
         co_await report(client, line);
+    } else if (const auto *wanted = std::get_if<QueueEnqueueCommand>(&line.command)) {
+        co_await enqueue(line.bundleId, wanted->deviceId);
+    } else if (const auto *due = std::get_if<QueueFlushCommand>(&line.command)) {
+        co_await flush(client, line.bundleId, due->maxBatchSize);
+    } else {
+        const auto stored = storeOf(line.bundleId).data(DevicePingQueue::storageKey());
+        print(stdout, QString::fromUtf8(stored.value_or("[]"_ba)));
     }
 }
 
