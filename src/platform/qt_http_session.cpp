@@ -3,30 +3,53 @@
 #include "platform/qt_network.h"
 #include "platform/qt_transfer.h"
 
+#include <QEventLoop>
 #include <QFile>
 #include <QSslSocket>
-#include <QThread>
 
+#include <system_error>
 #include <utility>
 
 namespace zenvor {
+
+struct QtHttpSession::Job
+{
+    HttpRequest request;
+    StopToken stop;
+    Done done;
+};
 
 // What lives on the session's thread. The transfers, its children, go after the network that they are
 // done with by then.
 class QtHttpSession::Worker final : public QObject
 {
 public:
-    Worker(const Clock &clock, QString caFile) : m_network(clock, std::move(caFile)) {}
-
-    void begin(HttpRequest request, StopToken stop, Done done)
+    explicit Worker(QtHttpSession &session) : m_session(session), m_network(session.m_clock, session.m_caFile)
     {
-        auto *transfer =
-            new QtTransfer(m_network, std::move(request), std::move(stop), std::move(done), this);
-        transfer->begin();
+    }
+
+    void run() { m_loop.exec(); }
+
+    void takeIncoming()
+    {
+        std::vector<Job> incoming;
+        {
+            const std::lock_guard lock(m_session.m_mutex);
+            if (m_session.m_hasEnded)
+                return m_loop.quit();
+            incoming.swap(m_session.m_incoming);
+        }
+        for (auto &job : incoming) {
+            auto *transfer = new QtTransfer(m_network, std::move(job.request), std::move(job.stop),
+                                            std::move(job.done), this);
+            transfer->begin();
+        }
     }
 
 private:
+    QtHttpSession &m_session;
     QtNetwork m_network;
+    QEventLoop m_loop;
 };
 
 QtHttpSession::QtHttpSession(const Clock &clock, QString caFile)
@@ -50,49 +73,58 @@ void QtHttpSession::start(HttpRequest request, StopToken stop, Done done)
         done(UrlErrorCode::Unknown);
         return;
     }
-    QMetaObject::invokeMethod(
-        m_worker,
-        [worker = m_worker, request = std::move(request), stop = std::move(stop), done = std::move(done)] {
-            worker->begin(request, stop, done);
-        },
-        Qt::QueuedConnection);
+    m_incoming.push_back({std::move(request), std::move(stop), std::move(done)});
+    wake();
 }
 
 bool QtHttpSession::startThread()
 {
-    if (m_thread)
+    if (m_thread.joinable())
         return true;
-    auto thread = std::make_unique<QThread>();
-    thread->setObjectName(QStringLiteral("zenvor-http"));
-    thread->start();
-    if (!thread->isRunning()) // the system has no more threads to give
+    // Not a QThread: its wait() returns a little before the thread is gone, which then still frees what
+    // OpenSSL keeps per thread, while the end of the process frees it too.
+    try {
+        m_thread = std::thread([this] { run(); });
+    } catch (const std::system_error &) { // the system has no more threads to give
         return false;
-    m_worker = new Worker(m_clock, m_caFile);
-    m_worker->moveToThread(thread.get());
-    QObject::connect(thread.get(), &QThread::finished, m_worker, &QObject::deleteLater);
-    QMetaObject::invokeMethod(
-        m_worker,
-        [this] {
-            QSslSocket::supportsSsl(); // loads what TLS is built on
-            endWithProcess();
-        },
-        Qt::QueuedConnection);
-    m_thread = std::move(thread);
+    }
     return true;
+}
+
+void QtHttpSession::wake()
+{
+    if (m_worker)
+        QMetaObject::invokeMethod(
+            m_worker, [worker = m_worker] { worker->takeIncoming(); }, Qt::QueuedConnection);
 }
 
 void QtHttpSession::end()
 {
-    std::unique_ptr<QThread> thread;
+    std::thread thread;
     {
         const std::lock_guard lock(m_mutex);
         m_hasEnded = true;
-        thread = std::move(m_thread); // two ends at once must not both destroy it
+        m_incoming.clear();
+        wake();
+        thread = std::move(m_thread); // two ends at once must not both join
     }
-    if (!thread)
-        return;
-    thread->quit();
-    thread->wait();
+    if (thread.joinable())
+        thread.join();
+}
+
+void QtHttpSession::run()
+{
+    QSslSocket::supportsSsl(); // loads what TLS is built on
+    endWithProcess();
+    Worker worker(*this);
+    {
+        const std::lock_guard lock(m_mutex);
+        m_worker = &worker;
+        wake();
+    }
+    worker.run();
+    const std::lock_guard lock(m_mutex);
+    m_worker = nullptr;
 }
 
 } // namespace zenvor

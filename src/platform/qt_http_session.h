@@ -4,10 +4,9 @@
 
 #include <QString>
 
-#include <memory>
 #include <mutex>
-
-class QThread;
+#include <thread>
+#include <vector>
 
 namespace zenvor {
 
@@ -35,17 +34,22 @@ public:
     void start(HttpRequest request, StopToken stop, Done done) override;
 
 private:
+    struct Job;
     class Worker;
 
     /// With the mutex held. False if there is no thread to be had.
     bool startThread();
+    void run();
+    /// With the mutex held: has the worker look at what is new, if there is a worker yet.
+    void wake();
 
     const Clock &m_clock;
     const QString m_caFile;
 
     std::mutex m_mutex;
-    std::unique_ptr<QThread> m_thread;
-    Worker *m_worker = nullptr; // goes with the thread
+    std::vector<Job> m_incoming;
+    std::thread m_thread;
+    Worker *m_worker = nullptr; // while its thread takes events
     bool m_hasEnded = false;
 };
 

@@ -1,7 +1,10 @@
 #include "platform/qt_transfer.h"
 
 #include "platform/http_redirect.h"
+#include "platform/loopback.h"
 #include "platform/qt_network.h"
+
+#include <QNetworkProxy>
 
 #include <utility>
 
@@ -35,6 +38,9 @@ void QtTransfer::send(bool onFreshConnection)
     const bool isManagerUsed = m_manager != nullptr;
     if (!isManagerUsed)
         m_manager = std::make_unique<QNetworkAccessManager>();
+    // Finding a proxy takes time, and none leads back to this machine.
+    m_manager->setProxy(isLoopbackHost(m_request.url.host()) ? QNetworkProxy::NoProxy
+                                                             : QNetworkProxy::DefaultProxy);
     m_exchange = std::make_unique<QtExchange>(
         m_request, *m_manager, isManagerUsed, m_network, [this](QtExchange::Ending ending) {
             // Later, when nothing of the exchange is on the stack, and it can be ended.
