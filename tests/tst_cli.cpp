@@ -212,7 +212,7 @@ void TestCli::worksOnTheQueueOfTheApp()
     const auto queue = [this](const QString &arguments) {
         return run(arguments.split(u' '));
     };
-    const auto devices = [this, &queue] {
+    const auto devices = [&queue] {
         QStringList names;
         for (const auto &entry : QJsonDocument::fromJson(queue(u"queue show"_s).output.toUtf8()).array())
             names.append(entry.toObject().value("deviceId"_L1).toString());
