@@ -18,7 +18,8 @@ class Clock;
 class CurlTransfer;
 
 /// The session of desktop systems: libcurl on one thread of its own, started by the first request and
-/// asleep while nothing is under way.
+/// asleep while nothing is under way. A process that calls exit() without ending the application object
+/// while the first request still loads the TLS library may crash.
 class CurlHttpSession final : public HttpSession
 {
 public:
