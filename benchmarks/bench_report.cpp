@@ -2,6 +2,7 @@
 // sixteen requests to the same service. Each sample is a fresh process, ours and curl's in turns.
 #include "client/report_client.h"
 #include "platform/curl_http_session.h"
+#include "process_status.h"
 #include "table.h"
 #ifdef ZENVOR_BENCH_QT_SESSION
 #include "platform/qt_http_session.h"
@@ -45,18 +46,6 @@ double cpuMs(int who)
         return double(time.tv_sec) * 1000 + double(time.tv_usec) / 1000;
     };
     return ms(usage.ru_utime) + ms(usage.ru_stime);
-}
-
-double memoryMiB(const QByteArray &field)
-{
-    QFile status(u"/proc/self/status"_s);
-    if (!status.open(QIODevice::ReadOnly))
-        return 0;
-    for (const auto &line : status.readAll().split('\n')) {
-        if (line.startsWith(field))
-            return line.mid(field.size()).trimmed().split(' ').first().toDouble() / 1024;
-    }
-    return 0;
 }
 
 void forgetPeakMemory()
@@ -127,7 +116,7 @@ int runChild(const QStringList &arguments)
     }
     auto *session = makeSession(arguments.at(2), arguments.at(4)); // ends with the process
     forgetPeakMemory();
-    const double memory = memoryMiB("VmRSS:"_ba);
+    const double memory = bench::memoryMiB("VmRSS:");
     const double cpu = cpuMs(RUSAGE_SELF);
     const StallMeter stalls;
     QElapsedTimer timer;
@@ -136,7 +125,7 @@ int runChild(const QStringList &arguments)
     QTimer::singleShot(0, [&] { submit(client, attachments); }); // detached: ends the event loop
     QCoreApplication::exec();
     std::printf("%f %f %f %f\n", double(timer.nsecsElapsed()) / 1e6, cpuMs(RUSAGE_SELF) - cpu,
-                memoryMiB("VmHWM:"_ba) - memory, stalls.longestMs());
+                bench::memoryMiB("VmHWM:") - memory, stalls.longestMs());
     std::fflush(stdout);
     std::_Exit(0); // the end of the process is another benchmark's subject
 }

@@ -15,8 +15,8 @@ target_compile_definitions(zenvor_strict INTERFACE
 
 if(ZENVOR_SANITIZE)
     target_compile_options(zenvor_strict INTERFACE
-        -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
-    target_link_options(zenvor_strict INTERFACE -fsanitize=address,undefined)
+        -fsanitize=${ZENVOR_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(zenvor_strict INTERFACE -fsanitize=${ZENVOR_SANITIZE})
 endif()
 
 function(zenvor_defaults target)

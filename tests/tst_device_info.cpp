@@ -203,13 +203,13 @@ void tst_DeviceInfo::drawsTheVendorIdentifierFromMachineAndKey()
 void tst_DeviceInfo::keysTheVendorIdentifierByDomainThenApplicationId()
 {
     const QByteArray machine = QSysInfo::machineUniqueId();
-    QCOMPARE(Device::identifierForVendor(), std::nullopt);
+    QCOMPARE(Device::identifierForVendor(Bundle::main()), std::nullopt);
 
     QGuiApplication::setDesktopFileName(u"org.example.player"_s);
-    QCOMPARE(Device::identifierForVendor(), vendorIdentifier(machine, u"org.example.player"));
+    QCOMPARE(Device::identifierForVendor(Bundle::main()), vendorIdentifier(machine, u"org.example.player"));
 
     QCoreApplication::setOrganizationDomain(u"example.com"_s);
-    QCOMPARE(Device::identifierForVendor(), vendorIdentifier(machine, u"example.com"));
+    QCOMPARE(Device::identifierForVendor(Bundle::main()), vendorIdentifier(machine, u"example.com"));
 }
 
 void tst_DeviceInfo::putsEachValueIntoItsField()
@@ -224,7 +224,7 @@ void tst_DeviceInfo::putsEachValueIntoItsField()
     QCOMPARE(device.osVersion, Device::systemVersion());
     QCOMPARE(device.locale, currentLocaleIdentifier());
     QCOMPARE(device.timeZone, currentTimeZoneIdentifier());
-    QCOMPARE(device.identifierForVendor, Device::identifierForVendor());
+    QCOMPARE(device.identifierForVendor, Device::identifierForVendor(Bundle::main()));
     const AppInfo app = DeviceInfoProvider::makeAppInfo();
     QCOMPARE((QStringList{app.bundleId, app.version, app.build}),
              (QStringList{u"org.example.player"_s, u"1.2"_s, u"77"_s}));

@@ -206,6 +206,9 @@ void tst_KeyWindow::climbsFromAMenuOverALibraryWindowToTheHost()
     menu.setTransientParent(&sheet);
     QVERIFY(takesFocus(menu));
     QCOMPARE(keyWindow(), &host);
+
+    sheet.setTransientParent(&menu); // leads in a circle
+    QCOMPARE(keyWindow(), nullptr);
 }
 
 void tst_KeyWindow::staysTheMainWindowWhileAMenuOfWidgetsIsOpen()

@@ -23,7 +23,7 @@ DeviceInfo DeviceInfoProvider::makeDeviceInfo()
         .screenWidth = bounds.width(),
         .screenHeight = bounds.height(),
         .interfaceStyle = currentInterfaceStyle(),
-        .identifierForVendor = Device::identifierForVendor(),
+        .identifierForVendor = Device::identifierForVendor(Bundle::main()),
     };
 }
 

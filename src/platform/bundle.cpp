@@ -58,6 +58,7 @@ Bundle Bundle::main()
         bundle.m_identifier = idFromDomain();
     bundle.m_version = unlessEmpty(QCoreApplication::applicationVersion());
     bundle.m_build = buildProperty();
+    bundle.m_organizationDomain = QCoreApplication::organizationDomain();
     return bundle;
 }
 

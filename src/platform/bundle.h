@@ -26,10 +26,18 @@ public:
     /// text.
     const std::optional<QString> &build() const { return m_build; }
 
+    /// What names the application's maker: the organisation domain that the host has told Qt, else the
+    /// identifier, else an empty text.
+    QString vendor() const
+    {
+        return m_organizationDomain.isEmpty() ? m_identifier.value_or(QString()) : m_organizationDomain;
+    }
+
 private:
     std::optional<QString> m_identifier;
     std::optional<QString> m_version;
     std::optional<QString> m_build;
+    QString m_organizationDomain;
 };
 
 } // namespace zenvor

@@ -1,5 +1,7 @@
 #include "platform/bundle.h"
 
+#include <QCoreApplication>
+
 #import <Foundation/Foundation.h>
 
 namespace zenvor {
@@ -24,6 +26,7 @@ Bundle Bundle::main()
         bundle.m_identifier = textOf([mainBundle bundleIdentifier]);
         bundle.m_version = textOf([[mainBundle infoDictionary] objectForKey:@"CFBundleShortVersionString"]);
         bundle.m_build = textOf([[mainBundle infoDictionary] objectForKey:@"CFBundleVersion"]);
+        bundle.m_organizationDomain = QCoreApplication::organizationDomain();
         return bundle;
     }
 }

@@ -6,6 +6,8 @@
 
 namespace zenvor {
 
+class Bundle;
+
 /// The device that the application runs on, as its system describes it. Each call asks the system
 /// afresh and takes a few microseconds up to the reading of a small file. Main thread.
 class Device
@@ -26,8 +28,9 @@ public:
     static QString systemVersion();
 
     /// A UUID in upper case that stays the same for all applications of one vendor on this device, and
-    /// from which the machine's own identifier cannot be computed. Absent where the system has none.
-    static std::optional<QString> identifierForVendor();
+    /// from which the machine's own identifier cannot be computed. Absent where the system has none. The
+    /// \a bundle says who the vendor is where the system does not. From any thread.
+    static std::optional<QString> identifierForVendor(const Bundle &bundle);
 };
 
 } // namespace zenvor

@@ -25,7 +25,7 @@ QString Device::systemVersion()
     return QJniObject::getStaticObjectField<jstring>("android/os/Build$VERSION", "RELEASE").toString();
 }
 
-std::optional<QString> Device::identifierForVendor()
+std::optional<QString> Device::identifierForVendor(const Bundle &bundle)
 {
     const QJniObject context = QNativeInterface::QAndroidApplication::context();
     if (!context.isValid())
@@ -40,7 +40,7 @@ std::optional<QString> Device::identifierForVendor()
     if (!androidId.isValid())
         return std::nullopt;
     // Before Android 8 the number was the same for all applications: the package name parts them.
-    return vendorIdentifier(androidId.toString().toUtf8(), Bundle::main().identifier().value_or(QString()));
+    return vendorIdentifier(androidId.toString().toUtf8(), bundle.identifier().value_or(QString()));
 }
 
 } // namespace zenvor

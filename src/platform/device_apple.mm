@@ -3,6 +3,7 @@
 #include <TargetConditionals.h>
 
 #if TARGET_OS_OSX
+#include "platform/bundle.h"
 #include "platform/vendor_identifier.h"
 
 #include <QByteArray>
@@ -46,9 +47,9 @@ QString Device::systemVersion()
     }
 }
 
-std::optional<QString> Device::identifierForVendor()
+std::optional<QString> Device::identifierForVendor(const Bundle &bundle)
 {
-    return vendorIdentifier(QSysInfo::machineUniqueId(), vendorKey());
+    return vendorIdentifier(QSysInfo::machineUniqueId(), bundle.vendor());
 }
 
 #else
@@ -74,7 +75,7 @@ QString Device::systemVersion()
     }
 }
 
-std::optional<QString> Device::identifierForVendor()
+std::optional<QString> Device::identifierForVendor(const Bundle &)
 {
     @autoreleasepool {
         NSUUID *const identifier = [[UIDevice currentDevice] identifierForVendor];

@@ -1,5 +1,6 @@
 #include "platform/device.h"
 
+#include "platform/bundle.h"
 #include "platform/linux_files.h"
 #include "platform/vendor_identifier.h"
 
@@ -55,9 +56,9 @@ QString Device::systemVersion()
     return osRelease().versionId;
 }
 
-std::optional<QString> Device::identifierForVendor()
+std::optional<QString> Device::identifierForVendor(const Bundle &bundle)
 {
-    return vendorIdentifier(QSysInfo::machineUniqueId(), vendorKey());
+    return vendorIdentifier(QSysInfo::machineUniqueId(), bundle.vendor());
 }
 
 } // namespace zenvor

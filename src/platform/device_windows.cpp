@@ -1,5 +1,6 @@
 #include "platform/device.h"
 
+#include "platform/bundle.h"
 #include "platform/vendor_identifier.h"
 
 #include <QOperatingSystemVersion>
@@ -44,9 +45,9 @@ QString Device::systemVersion()
     return QSysInfo::kernelVersion();
 }
 
-std::optional<QString> Device::identifierForVendor()
+std::optional<QString> Device::identifierForVendor(const Bundle &bundle)
 {
-    return vendorIdentifier(QSysInfo::machineUniqueId(), vendorKey());
+    return vendorIdentifier(QSysInfo::machineUniqueId(), bundle.vendor());
 }
 
 } // namespace zenvor

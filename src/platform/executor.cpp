@@ -1,6 +1,7 @@
 #include "platform/executor.h"
 
 #include <QCoreApplication>
+#include <QThread>
 #include <QThreadPool>
 
 #include <utility>
@@ -55,6 +56,12 @@ const std::shared_ptr<MainActor> &MainActor::shared()
     // Never destroyed: threads may still post at the end of the process.
     static const auto *actor = new std::shared_ptr<MainActor>(std::make_shared<MainActor>());
     return *actor;
+}
+
+bool MainActor::isCurrentThread()
+{
+    const auto *application = QCoreApplication::instance();
+    return application && application->thread() == QThread::currentThread();
 }
 
 void MainActor::post(std::function<void()> job)

@@ -31,6 +31,8 @@ class MainActor final : public Executor
 {
 public:
     static const std::shared_ptr<MainActor> &shared();
+    /// Whether this is the application object's thread. No thread is while there is no such object.
+    static bool isCurrentThread();
     void post(std::function<void()> job) override;
 };
 

@@ -55,7 +55,7 @@ struct HttpRequest
     bool isSentOnce = false;
 };
 
-/// What came back, after redirects. A body of more than 16 MiB counts as unreadable and is empty.
+/// What came back, after redirects. A body of more than 1 MiB counts as unreadable and is empty.
 struct HttpResponse
 {
     /// 0: not an HTTP response.

@@ -42,8 +42,9 @@ public:
     /// application object or the process, whichever is first; what waits for it then stays suspended.
     static HttpSession &shared();
 
-    /// Bodies longer than this are not gathered.
-    static constexpr qsizetype maxBodySize = 16 * 1024 * 1024;
+    /// Bodies longer than this are not gathered. A few hundred bytes are what a service has to say; reading
+    /// JSON can take more than forty times its size in memory.
+    static constexpr qsizetype maxBodySize = 1024 * 1024;
     /// How much of a body that nobody reads is taken, and for how long, before the connection is
     /// dropped.
     static constexpr qsizetype maxDiscardedSize = 1024 * 1024;

@@ -19,6 +19,8 @@ class Clock;
 /// - an interim answer other than 100, and a head without any field, count as a lost connection;
 /// - a request is also repeated if its pooled connection was lost in the head of an answer;
 /// - a body counts as whole where its chunks are malformed, or its compressed bytes end early;
+/// - the bytes of a head, and of the body of a 401 or 407, are no activity: what takes longer than the
+///   time-out is timed out, and the body of a 401 or 407 is gathered whole until then;
 /// - a name that is being looked up at the end of the application delays that end;
 /// - a process that calls exit() without ending the application object, while the first https request
 ///   still loads Qt's TLS, may crash: that is torn down in the order in which it was loaded.

@@ -1,8 +1,5 @@
 #include "platform/vendor_identifier.h"
 
-#include "platform/bundle.h"
-
-#include <QCoreApplication>
 #include <QMessageAuthenticationCode>
 #include <QUuid>
 
@@ -46,12 +43,6 @@ std::optional<QString> vendorIdentifier(QByteArrayView machineId, QStringView ke
     uuid[6] = static_cast<char>((uuid[6] & 0x0f) | 0x40);
     uuid[8] = static_cast<char>((uuid[8] & 0x3f) | 0x80);
     return QUuid::fromRfc4122(uuid).toString(QUuid::WithoutBraces).toUpper();
-}
-
-QString vendorKey()
-{
-    const QString domain = QCoreApplication::organizationDomain();
-    return domain.isEmpty() ? Bundle::main().identifier().value_or(QString()) : domain;
 }
 
 } // namespace zenvor

@@ -13,8 +13,4 @@ namespace zenvor {
 /// not set up has it, or if \a key is blank.
 std::optional<QString> vendorIdentifier(QByteArrayView machineId, QStringView key);
 
-/// What names the vendor where the system has no notion of one: the organisation domain, else the
-/// application id, else an empty text. Main thread.
-QString vendorKey();
-
 } // namespace zenvor

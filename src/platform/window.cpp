@@ -33,18 +33,21 @@ bool isOwnWindow(const QWindow *window)
     return window->property(ownWindowProperty).toBool();
 }
 
-// Null if the way up ends at a window that cannot stand for the host.
+// Null if the way up ends at a window that cannot stand for the host, or does not end: two windows can be
+// transient for each other.
 QWindow *hostWindowOf(QWindow *window)
 {
-    while (window) {
+    constexpr int farAboveAnyHost = 100;
+
+    for (int height = 0; window && height < farAboveAnyHost; ++height) {
         if (QWindow *parent = window->parent())
             window = parent;
         else if (isAccessory(window) || isOwnWindow(window))
             window = window->transientParent();
         else
-            break;
+            return window;
     }
-    return window;
+    return nullptr;
 }
 
 std::optional<InterfaceStyle> styleFromProperty(const QWindow *window)

@@ -1,5 +1,5 @@
 # cmake -D MODE=installed|subdirectory -D SOURCE=… -D BUILD=… -D WORK=… -D COMPILER=… -D TYPE=… -P build_host.cmake
-# Builds and runs the host from nothing.
+# Builds and runs the hosts from nothing.
 file(REMOVE_RECURSE ${WORK})
 set(configuration
     -S ${SOURCE}/tests/consumers/host -B ${WORK}/build -G Ninja
@@ -13,4 +13,7 @@ else()
 endif()
 execute_process(COMMAND ${CMAKE_COMMAND} ${configuration} COMMAND_ERROR_IS_FATAL ANY)
 execute_process(COMMAND ${CMAKE_COMMAND} --build ${WORK}/build COMMAND_ERROR_IS_FATAL ANY)
-execute_process(COMMAND ${WORK}/build/host COMMAND_ERROR_IS_FATAL ANY)
+foreach(host host qml_host)
+    execute_process(COMMAND ${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen ${WORK}/build/${host}
+        COMMAND_ERROR_IS_FATAL ANY)
+endforeach()

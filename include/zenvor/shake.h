@@ -1,0 +1,18 @@
+#pragma once
+
+#include <zenvor/zenvor_export.h>
+
+class QString;
+
+namespace zenvor {
+
+/// "com.zenvor.sdk.windowDidShake", posted to NotificationCenter::defaultCenter() after a window was sent
+/// a shake and did not accept it; the notification's object is that window. Posted from the first
+/// configuration with shake-to-open on, and from then on until the process ends.
+ZENVOR_EXPORT const QString &zenvorWindowDidShake();
+
+/// For a host that recognises shakes by itself, or has a key or a menu entry for one: sends a shake to the
+/// key window, as the accelerometer does. Returns false if there is no such window. Main thread.
+ZENVOR_EXPORT bool sendShake();
+
+} // namespace zenvor

@@ -1,0 +1,77 @@
+#include "qml/zenvor_singleton.h"
+
+namespace zenvor {
+
+void ZenvorSingleton::configure(const QString &token, bool shakeToOpenEnabled)
+{
+    Zenvor::shared().configure(token, shakeToOpenEnabled);
+}
+
+void ZenvorSingleton::stop()
+{
+    Zenvor::shared().stop();
+}
+
+void ZenvorSingleton::present()
+{
+    Zenvor::shared().present();
+}
+
+bool ZenvorSingleton::setPendingAttachment(const QImage &image, double compressionQuality)
+{
+    return Zenvor::shared().setPendingAttachment(image, compressionQuality);
+}
+
+bool ZenvorSingleton::addPendingAttachment(const QImage &image, double compressionQuality)
+{
+    return Zenvor::shared().addPendingAttachment(image, compressionQuality);
+}
+
+bool ZenvorSingleton::setPendingAttachmentData(const QVariant &data, const QString &mimeType)
+{
+    // Anything else than bytes, a text for instance, is not taken for the absence of them.
+    const bool isUsable = data.isNull() || data.metaType() == QMetaType::fromType<QByteArray>();
+    return Zenvor::shared().setPendingAttachmentData(data.toByteArray(), mimeType) && isUsable;
+}
+
+bool ZenvorSingleton::addPendingAttachmentData(const QByteArray &data, const QString &mimeType)
+{
+    return Zenvor::shared().addPendingAttachmentData(data, mimeType);
+}
+
+bool ZenvorSingleton::setPendingAttachmentFile(const QUrl &url)
+{
+    return Zenvor::shared().setPendingAttachmentFile(url);
+}
+
+bool ZenvorSingleton::setPendingAttachmentFile(const QUrl &url, const QString &mimeType)
+{
+    return Zenvor::shared().setPendingAttachmentFile(url, mimeType);
+}
+
+bool ZenvorSingleton::addPendingAttachmentFile(const QUrl &url)
+{
+    return Zenvor::shared().addPendingAttachmentFile(url);
+}
+
+bool ZenvorSingleton::addPendingAttachmentFile(const QUrl &url, const QString &mimeType)
+{
+    return Zenvor::shared().addPendingAttachmentFile(url, mimeType);
+}
+
+int ZenvorSingleton::setPendingAttachmentFiles(const QList<QUrl> &urls)
+{
+    return Zenvor::shared().setPendingAttachmentFiles(urls);
+}
+
+void ZenvorSingleton::clearPendingAttachment()
+{
+    Zenvor::shared().clearPendingAttachment();
+}
+
+void ZenvorSingleton::clearPendingAttachments()
+{
+    Zenvor::shared().clearPendingAttachments();
+}
+
+} // namespace zenvor

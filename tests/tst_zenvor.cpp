@@ -1,0 +1,253 @@
+#include "platform/bundle.h"
+#include "platform/device.h"
+#include "support/log_recorder.h"
+#include "support/test_service.h"
+
+#include <zenvor/report_service.h>
+#include <zenvor/shake.h>
+#include <zenvor/zenvor.h>
+
+#include <QElapsedTimer>
+#include <QGuiApplication>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTest>
+#include <QThread>
+#include <QTimer>
+#include <QWindow>
+
+using namespace zenvor;
+using namespace Qt::StringLiterals;
+using test::LogRecorder;
+using test::TestService;
+
+namespace {
+
+const auto configured =
+    uR"(info Zenvor: Zenvor configured. shakeToOpenEnabled=\(configuration.shakeToOpenEnabled, privacy: .public))"_s;
+const auto started = u"info ShakeDetector: Shake detection started (native motion event)."_s;
+const auto stopped = u"info ShakeDetector: Shake detection stopped."_s;
+const auto flushed = u"debug Zenvor: Device ping queue flushed."_s;
+const auto requested = u"info Zenvor: Manual/automatic present requested."_s;
+const auto unconfigured = u"error Zenvor: Presentation failed: Zenvor not configured."_s;
+const auto windowless = u"error Zenvor: Presentation failed: topViewController could not be found."_s;
+
+void runElsewhere(const std::function<void()> &function)
+{
+    const std::unique_ptr<QThread> thread(QThread::create(function));
+    thread->start();
+    QVERIFY(thread->wait());
+}
+
+} // namespace
+
+class tst_Zenvor : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void presentsNothingBeforeItIsConfigured(); // first: a configuration cannot be taken back
+    void registersTheDevice();
+    void registersNoAppWithoutIdentifier();
+    void replacesTheConfiguration();
+    void presentsOnlyOverAWindow();
+    void opensOnAShakeUntilItIsStopped();
+    void takesCallsFromOtherThreads();
+    void endsQuietlyWithItsProcess_data();
+    void endsQuietlyWithItsProcess();
+
+private:
+    QList<QJsonObject> pings() const
+    {
+        QList<QJsonObject> bodies;
+        for (const auto &request : m_service.requests())
+            bodies.append(QJsonDocument::fromJson(request.body).object());
+        return bodies;
+    }
+
+    TestService m_service;
+};
+
+void tst_Zenvor::initTestCase()
+{
+    QVERIFY(setReportServiceUrl(m_service.url()));
+    QGuiApplication::setDesktopFileName(TestService::bundleId());
+}
+
+void tst_Zenvor::init()
+{
+    m_service.reset();
+}
+
+void tst_Zenvor::presentsNothingBeforeItIsConfigured()
+{
+    LogRecorder log;
+    Zenvor::shared().present();
+    QCOMPARE(log.lines(), QStringList{requested});
+    QTRY_COMPARE(log.lines(), (QStringList{requested, unconfigured}));
+    QVERIFY(pings().isEmpty());
+}
+
+void tst_Zenvor::registersTheDevice()
+{
+    LogRecorder log;
+    Zenvor::shared().configure(TestService::token(), false);
+    QCOMPARE(log.lines(), (QStringList{configured, stopped}));
+    QTRY_COMPARE(log.lines(), (QStringList{configured, stopped, flushed}));
+    QCOMPARE(pings().size(), 1);
+    QCOMPARE(pings().first().value("bundle_id"_L1).toString(), TestService::bundleId());
+    QCOMPARE(pings().first().value("device_id"_L1).toString(), Device::identifierForVendor(Bundle::main()));
+}
+
+void tst_Zenvor::registersNoAppWithoutIdentifier()
+{
+    LogRecorder log;
+    for (const auto &blank : {QString(), u" \n"_s}) {
+        QGuiApplication::setDesktopFileName(blank);
+        Zenvor::shared().configure(TestService::token(), false);
+    }
+    QGuiApplication::setDesktopFileName(TestService::bundleId());
+    Zenvor::shared().configure(TestService::token(), false);
+    QTRY_VERIFY(log.lines().contains(flushed));
+    QCOMPARE(log.lines().count(flushed), 1);
+    QCOMPARE(pings().size(), 1);
+}
+
+void tst_Zenvor::replacesTheConfiguration()
+{
+    LogRecorder log;
+    for (const auto &token : {u"first"_s, TestService::token()}) {
+        const bool isFirst = token == "first"_L1;
+        Zenvor::shared().configure(token, isFirst);
+        QTRY_VERIFY(log.lines().contains(flushed));
+        QCOMPARE(log.take(), (QStringList{configured, isFirst ? started : stopped, flushed}));
+        QCOMPARE(pings().last().value("token"_L1).toString(), token);
+    }
+}
+
+void tst_Zenvor::presentsOnlyOverAWindow()
+{
+    LogRecorder log;
+    Zenvor::shared().present();
+    QTRY_COMPARE(log.lines(), (QStringList{requested, windowless}));
+}
+
+void tst_Zenvor::opensOnAShakeUntilItIsStopped()
+{
+    QWindow window;
+    window.show();
+    window.requestActivate();
+    QTRY_COMPARE(QGuiApplication::focusWindow(), &window);
+
+    LogRecorder log;
+    Zenvor::shared().configure(TestService::token(), true);
+    QVERIFY(sendShake());
+    QTRY_VERIFY(log.lines().contains(flushed));
+    auto lines = log.take();
+    lines.removeAll(flushed);
+    QCOMPARE(
+        lines,
+        (QStringList{configured, started, u"info ShakeDetector: Shake detected via native motion event."_s,
+                     u"info Zenvor: Shake callback received in Zenvor."_s, requested}));
+    Zenvor::shared().stop();
+    QVERIFY(sendShake());
+    QCOMPARE(log.take(), QStringList{stopped});
+}
+
+void tst_Zenvor::takesCallsFromOtherThreads()
+{
+    LogRecorder log;
+    runElsewhere([] {
+        Zenvor::shared().configure(TestService::token(), true);
+        Zenvor::shared().stop();
+        Zenvor::shared().present();
+    });
+    QCOMPARE(log.lines(), QStringList{requested});
+    QTRY_VERIFY(log.lines().contains(flushed) && log.lines().contains(windowless));
+    auto lines = log.take();
+    lines.removeAll(flushed);
+    QCOMPARE(lines, (QStringList{requested, configured, started, stopped, windowless}));
+}
+
+void tst_Zenvor::endsQuietlyWithItsProcess_data()
+{
+    QTest::addColumn<QString>("ending");
+    for (const auto *ending :
+         {"no-application", "before-its-events", "request-under-way", "another-application"})
+        QTest::newRow(ending) << QString::fromLatin1(ending);
+}
+
+void tst_Zenvor::endsQuietlyWithItsProcess()
+{
+    QFETCH(const QString, ending);
+    m_service.reset(R"({"status":200,"delayMs":20000})");
+    QProcess host;
+    QElapsedTimer timer;
+    timer.start();
+    host.start(QCoreApplication::applicationFilePath(), {u"--host"_s, ending, m_service.url().toString()});
+    QVERIFY(QTest::qWaitFor([&host] { return host.state() == QProcess::NotRunning; }, 15000));
+    QCOMPARE(host.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(host.exitCode(), 0);
+    const auto errors = QString::fromUtf8(host.readAllStandardError()).split(u'\n', Qt::SkipEmptyParts);
+    for (const auto &line : errors)
+        QVERIFY2(line.startsWith("com.zenvor.sdk."_L1), qPrintable(line));
+}
+
+namespace {
+
+void useEverything()
+{
+    auto &zenvor = Zenvor::shared();
+    zenvor.configure(TestService::token(), true);
+    zenvor.present();
+    zenvor.setPendingAttachmentFiles({QUrl(u"file:///nowhere.png"_s)});
+    zenvor.addPendingAttachmentData("bytes", u"video/mp4"_s);
+    zenvor.clearPendingAttachments();
+    zenvor.stop();
+}
+
+// A host that ends in the middle of its work with the library.
+int runHost(const QString &ending, const QUrl &service, int argc, char **argv)
+{
+    setReportServiceUrl(service);
+    if (ending == "no-application"_L1) {
+        useEverything();
+        return 0;
+    }
+    QGuiApplication::setDesktopFileName(TestService::bundleId());
+    {
+        QGuiApplication application(argc, argv);
+        useEverything();
+        if (ending == "request-under-way"_L1) {
+            QTimer::singleShot(300, &application, &QCoreApplication::quit);
+            application.exec();
+        }
+    }
+    useEverything();
+    if (ending == "another-application"_L1) {
+        QGuiApplication application(argc, argv);
+        useEverything();
+        QTimer::singleShot(0, &application, &QCoreApplication::quit);
+        application.exec();
+    }
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QTemporaryDir data;
+    qputenv("XDG_DATA_HOME", data.path().toLocal8Bit());
+    qputenv("XDG_RUNTIME_DIR", data.path().toLocal8Bit());
+    if (argc > 3 && argv[1] == "--host"_ba)
+        return runHost(QString::fromLocal8Bit(argv[2]), QUrl(QString::fromLocal8Bit(argv[3])), argc, argv);
+    QGuiApplication application(argc, argv);
+    tst_Zenvor test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_zenvor.moc"
