@@ -234,6 +234,9 @@ void TestDevicePingQueue::waitsLongerAfterEachFailure()
     const auto damaged =
         afterFailure({u"b"_s, u"d"_s, std::numeric_limits<qint64>::max(), 0}, std::exception(), 0);
     QVERIFY(!damaged);
+    const auto negative =
+        afterFailure({u"b"_s, u"d"_s, std::numeric_limits<qint64>::min(), 0}, std::exception(), 0);
+    QCOMPARE(negative.value().attemptCount, 1); // else it would hardly ever be given up
 }
 
 void TestDevicePingQueue::deliversAndForgets()

@@ -27,7 +27,7 @@ public:
     bool eventFilter(QObject *receiver, QEvent *event) override
     {
         // Not widgets: their window hands the event on to them, and one shake would be two.
-        if (event->type() != MotionEvent::eventType() || event == m_delivered || !receiver->isWindowType())
+        if (!receiver->isWindowType() || event->type() != MotionEvent::eventType() || event == m_delivered)
             return false;
         deliverFirst(static_cast<QWindow *>(receiver), static_cast<MotionEvent *>(event));
         return true;

@@ -57,7 +57,7 @@ std::optional<DevicePingQueueEntry> afterFailure(DevicePingQueueEntry entry, con
                                                  double now)
 {
     // A damaged store may hold any count.
-    const auto attempt = std::min(entry.attemptCount, maxDevicePingAttempts) + 1;
+    const auto attempt = std::clamp<qint64>(entry.attemptCount, 0, maxDevicePingAttempts) + 1;
     if (!shouldRetryDevicePing(error, attempt))
         return std::nullopt;
     entry.attemptCount = attempt;

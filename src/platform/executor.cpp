@@ -1,6 +1,10 @@
 #include "platform/executor.h"
 
+#include "platform/thread_sanitizer.h"
+
 #include <QCoreApplication>
+#include <QEvent>
+#include <QRunnable>
 #include <QThread>
 #include <QThreadPool>
 
@@ -27,18 +31,44 @@ private:
 // Behind whatever the host has queued with the pool's default priority of 0.
 constexpr int backgroundPriority = -1;
 
+// Jobs are handed to Qt as objects of our own, made before givesTo(), and not as functions that Qt copies
+// afterwards: the thread sanitizer sees all of their life.
+class JobEvent final : public QEvent
+{
+public:
+    explicit JobEvent(std::function<void()> job) : QEvent(User), m_job(std::move(job)) {}
+
+    void run() { m_job(); }
+
+private:
+    std::function<void()> m_job;
+};
+
+class JobReceiver final : public QObject
+{
+public:
+    bool event(QEvent *event) override
+    {
+        takesFrom(event);
+        if (event->type() != QEvent::User)
+            return QObject::event(event);
+        static_cast<JobEvent *>(event)->run();
+        return true;
+    }
+};
+
 // Events for the main thread go to an object of our own that is never destroyed: another thread can
 // post to it while the application object is going away, and what comes too late is just not delivered.
-QObject *mainThreadReceiver()
+JobReceiver *mainThreadReceiver()
 {
     static std::mutex mutex;
-    static QObject *receiver = nullptr;
+    static JobReceiver *receiver = nullptr;
     const std::lock_guard lock(mutex);
     const auto *application = QCoreApplication::instance();
     if (!application)
         return nullptr;
     if (!receiver) {
-        receiver = new QObject;
+        receiver = new JobReceiver;
         receiver->moveToThread(application->thread());
     }
     return receiver;
@@ -66,9 +96,29 @@ bool MainActor::isCurrentThread()
 
 void MainActor::post(std::function<void()> job)
 {
-    if (auto *receiver = mainThreadReceiver())
-        QMetaObject::invokeMethod(receiver, std::move(job), Qt::QueuedConnection);
+    auto *receiver = mainThreadReceiver();
+    if (!receiver)
+        return;
+    auto *event = new JobEvent(std::move(job));
+    givesTo(event);
+    QCoreApplication::postEvent(receiver, event);
 }
+
+// Holds the actor until its jobs are done.
+class Actor::DrainRunnable final : public QRunnable
+{
+public:
+    explicit DrainRunnable(std::shared_ptr<Actor> actor) : m_actor(std::move(actor)) {}
+
+    void run() override
+    {
+        takesFrom(this);
+        m_actor->drain();
+    }
+
+private:
+    const std::shared_ptr<Actor> m_actor;
+};
 
 void Actor::post(std::function<void()> job)
 {
@@ -81,8 +131,9 @@ void Actor::post(std::function<void()> job)
         if (std::exchange(m_isDraining, true))
             return;
     }
-    const auto self = std::static_pointer_cast<Actor>(shared_from_this());
-    pool->start([self] { self->drain(); }, backgroundPriority);
+    auto *runnable = new DrainRunnable(std::static_pointer_cast<Actor>(shared_from_this()));
+    givesTo(runnable);
+    pool->start(runnable, backgroundPriority);
 }
 
 void Actor::drain()

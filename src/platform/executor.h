@@ -45,6 +45,8 @@ public:
     void post(std::function<void()> job) override;
 
 private:
+    class DrainRunnable;
+
     void drain();
 
     std::mutex m_mutex;

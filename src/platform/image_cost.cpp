@@ -23,8 +23,9 @@ constexpr qint64 jpegPixelsLimit = 250'000'000;
 // Each scan of a JPEG in many scans walks the whole picture, even if it has but ten bytes; encoders make 14.
 constexpr int jpegScansLimit = 64;
 // libpng expands the compressed texts of a PNG while it reads the header, each to at most 8 MB, and Qt then
-// holds them five times: 7 MB of file could ask for 30 GB.
-constexpr qint64 pngTextLimit = 64LL << 20;
+// holds them five times: 7 MB of file could ask for 30 GB. It also makes room for a chunk by the length that
+// the chunk claims, up to 2 GB, before it looks for the bytes.
+constexpr qint64 pngChunksLimit = 64LL << 20;
 constexpr qint64 pngOneTextLimit = 8'000'000;
 constexpr qint64 deflateRatio = 1032;
 // CMYK and transparency. libtiff holds every sample of a strip, and a header can ask for 65535.
@@ -108,19 +109,23 @@ JpegCost jpegCost(QByteArrayView data)
     return result;
 }
 
-/// What the texts of a PNG may become, as far as one can tell without expanding them.
-qint64 pngTextBytes(QByteArrayView data)
+/// What libpng may hold beside the pixels of a PNG, as far as one can tell without expanding its texts.
+qint64 pngChunkBytes(QByteArrayView data)
 {
-    constexpr qsizetype frameOfChunk = 12; // length, type and checksum
-    qint64 result = 0;
-    for (qint64 at = 8; at + frameOfChunk <= data.size();) {
+    constexpr qsizetype headOfChunk = 8; // length and type
+    constexpr qsizetype checksum = 4;
+    qint64 texts = 0;
+    qint64 longest = 0;
+    for (qint64 at = 8; at + headOfChunk <= data.size();) {
         const qint64 length = bigEndian(data, at, 4);
         const QByteArrayView type = data.sliced(qsizetype(at) + 4, 4);
         if (type == "zTXt"_ba || type == "iTXt"_ba)
-            result += std::min(length * deflateRatio, pngOneTextLimit);
-        at += frameOfChunk + length;
+            texts += std::min(length * deflateRatio, pngOneTextLimit);
+        if (type != "IDAT"_ba) // the pixels are read piece by piece
+            longest = std::max(longest, length);
+        at += headOfChunk + length + checksum;
     }
-    return result;
+    return texts + longest;
 }
 
 /// Samples of a pixel of the first picture; of several statements the highest.
@@ -185,7 +190,7 @@ QByteArray imageFormat(QByteArrayView data)
 
 bool isHeaderAffordable(QByteArrayView data, QByteArrayView format)
 {
-    return format != "png" || pngTextBytes(data) <= pngTextLimit;
+    return format != "png" || pngChunkBytes(data) <= pngChunksLimit;
 }
 
 // QImageReader names the part of a GIF that its first frame covers, but makes the whole canvas.

@@ -17,6 +17,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
+// Without it Qt gathers what comes faster than it is read.
 constexpr qint64 readBufferSize = 256 * 1024;
 
 // Qt has one setting per name, and sends no field without a value.
@@ -85,9 +86,9 @@ QtExchange::QtExchange(HttpRequest request, QNetworkAccessManager &manager, bool
     m_reply.reset(manager.sendCustomRequest(networkRequest(m_request, network), m_request.method, body));
     body->setParent(m_reply.get());
     auto *reply = m_reply.get();
-    connect(reply, &QNetworkReply::socketStartedConnecting, this, [this] { m_isPooled = false; });
+    connect(reply, &QNetworkReply::socketStartedConnecting, this, &QtExchange::onConnecting);
     connect(reply, &QNetworkReply::encrypted, this, [this] { m_hasConnected = true; });
-    connect(reply, &QNetworkReply::requestSent, this, [this] { m_hasConnected = true; });
+    connect(reply, &QNetworkReply::requestSent, this, &QtExchange::onRequestSent);
     connect(reply, &QNetworkReply::sslErrors, this, [this] { m_isUntrusted = true; });
     connect(reply, &QNetworkReply::uploadProgress, this, &QtExchange::onSent);
     connect(reply, &QNetworkReply::metaDataChanged, this, &QtExchange::onHead);
@@ -98,6 +99,20 @@ QtExchange::QtExchange(HttpRequest request, QNetworkAccessManager &manager, bool
 }
 
 QtExchange::~QtExchange() = default;
+
+void QtExchange::onConnecting()
+{
+    m_isPooled = false;
+    m_reply->setReadBufferSize(readBufferSize);
+}
+
+void QtExchange::onRequestSent()
+{
+    m_hasConnected = true;
+    // Any earlier it is ignored. Once a body comes it may be too late: as long as data is there, Qt's thread
+    // then reads on and takes no event, not even its end, for which this thread waits up to five seconds.
+    m_reply->setReadBufferSize(readBufferSize);
+}
 
 void QtExchange::onHead()
 {
@@ -117,9 +132,6 @@ void QtExchange::onHead()
     const auto length = m_reply->header(QNetworkRequest::ContentLengthHeader).toLongLong();
     if (isRedirect(m_response) && length > HttpSession::maxBodySize)
         return end(UrlErrorCode::NetworkConnectionLost);
-    // Not earlier: before the head the setting is ignored. Without it Qt gathers what comes faster
-    // than it is read.
-    m_reply->setReadBufferSize(readBufferSize);
 }
 
 void QtExchange::onReadable()

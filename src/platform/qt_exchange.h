@@ -46,6 +46,8 @@ public:
 private:
     using TimePoint = std::chrono::steady_clock::time_point;
 
+    void onConnecting();
+    void onRequestSent();
     void onHead();
     void onReadable();
     void onFinished();

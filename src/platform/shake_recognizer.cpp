@@ -51,9 +51,9 @@ bool ShakeRecognizer::add(quint64 microseconds, double x, double y, double z)
     m_time = microseconds;
     updateGravity(reading, step);
 
-    // Where the device is held says the mean of the readings; how strong gravity is, is known. A mean that
-    // is longer comes from the blows of a runner's steps, and his moments of free fall, which can never
-    // take more than gravity off, would look like swings.
+    // The mean of the readings tells which way gravity points; how strong it is, is known. The steps of a
+    // runner make the mean longer. With that taken for gravity, the moments of free fall between them, which
+    // can take away no more than gravity, would look like swings.
     QVector3D gravity = m_mean;
     if (gravity.length() > standardGravity)
         gravity *= standardGravity / gravity.length();

@@ -58,7 +58,8 @@ private:
             return;
         }
         const QMutexLocker lock(&s_recorder->m_mutex);
-        s_recorder->m_lines.append(levelName(type) + u' ' + category.mid(prefix.size()) + QStringLiteral(": ") + text);
+        s_recorder->m_lines.append(levelName(type) + u' ' + category.mid(prefix.size()) + QStringLiteral(": ")
+                                   + text);
     }
 
     static inline LogRecorder *s_recorder = nullptr;
