@@ -1,7 +1,6 @@
 // The stored queue of pings with all its sixteen entries: to want one more, against writing a file of that
 // size alone; to send three, against sending three without a queue.
 #include "pingqueue/device_ping_queue.h"
-#include "platform/awaitable_callback.h"
 #include "support/await.h"
 #include "support/test_service.h"
 #include "table.h"

@@ -11,7 +11,6 @@ install(TARGETS Zenvor EXPORT ZenvorSDKTargets
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/zenvor ${PROJECT_BINARY_DIR}/include/zenvor
     DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
     FILES_MATCHING PATTERN "*.h")
-install(FILES ${PROJECT_SOURCE_DIR}/src/qml/link_qml_module.cpp DESTINATION ${CMAKE_INSTALL_DATADIR}/zenvor)
 install(FILES ${PROJECT_BINARY_DIR}/qml/Zenvor/qmldir ${PROJECT_BINARY_DIR}/qml/Zenvor/zenvor.qmltypes
     DESTINATION ${CMAKE_INSTALL_LIBDIR}/qt6/qml/Zenvor)
 install(EXPORT ZenvorSDKTargets NAMESPACE Zenvor:: DESTINATION ${package_dir})

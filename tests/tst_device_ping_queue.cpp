@@ -1,8 +1,8 @@
 #include "client/report_client_error.h"
 #include "pingqueue/device_ping_queue.h"
 #include "pingqueue/device_ping_rules.h"
-#include "platform/curl_http_session.h"
 #include "support/await.h"
+#include "support/session.h"
 #include "support/test_service.h"
 
 #include <zenvor/report_service.h>
@@ -86,7 +86,7 @@ private:
 
     TestService m_service;
     SettableClock m_clock;
-    CurlHttpSession m_session{Clock::system()};
+    test::TestedSession m_session{Clock::system()};
     const ReportClient m_client{ZenvorConfiguration(TestService::token(), false), m_session};
     std::unique_ptr<QTemporaryDir> m_folder;
     std::optional<UserDefaults> m_storage;

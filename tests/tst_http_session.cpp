@@ -574,14 +574,15 @@ void TestHttpSession::endsSilentlyWithRequestsUnderWay()
 namespace {
 
 // The process of a host that ends while its requests are under way: --end-by return|exit MS URL WARM-URL.
-// The first request is let through: while the libraries themselves still start, exit() is nobody's to save.
+// With Qt's session a first request is let through: while Qt still starts its TLS, exit() is not safe.
 int runHost(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
     const auto arguments = QCoreApplication::arguments();
     HttpRequest get;
     get.url = QUrl(arguments.at(5));
-    test::await(processSession<TestedSession>().send(get));
+    if (test::isQtSession)
+        test::await(processSession<TestedSession>().send(get));
     get.url = QUrl(arguments.at(4));
     for (int i = 0; i < 4; ++i)
         processSession<TestedSession>().send(get); // detached: never ends

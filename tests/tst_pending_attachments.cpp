@@ -9,6 +9,8 @@
 #include <QThread>
 #include <QUrl>
 
+#include <functional>
+
 #include <sys/stat.h>
 
 using namespace zenvor;
@@ -46,6 +48,7 @@ private Q_SLOTS:
     void takesFilesOfThisMachine();
     void encodesAPictureAsJpeg();
     void keepsNoMoreOfAPictureThanAScreenShows();
+    void emptiesTheListBeforeItSets_data();
     void emptiesTheListBeforeItSets();
     void changesNothingFromAnotherThread();
 
@@ -130,6 +133,10 @@ void tst_PendingAttachments::takesFilesOfThisMachine_data()
     row("folder", QUrl::fromLocalFile(m_folder.path()), {});
     row("pipe", QUrl::fromLocalFile(pipe), {});
     row("device", QUrl(u"file:///dev/zero"_s), {}, u"video/mp4"_s);
+    row("nothing but an extension", file(u".mp4"_s, noPicture), {});
+    auto elsewhere = file(u"d.png"_s, png);
+    elsewhere.setHost(u"other.example"_s);
+    row("another machine's", elsewhere, {});
     row("remote", QUrl(u"http://127.0.0.1/a.png"_s), {});
     row("relative", QUrl(u"a.png"_s), {});
     row("no URL", {}, {});
@@ -152,10 +159,12 @@ void tst_PendingAttachments::encodesAPictureAsJpeg()
     const auto image = picture();
     QVERIFY(attachments.add(image, 0.5));
     QVERIFY(!attachments.add(QImage(), 0.5));
+    QVERIFY(attachments.add(picture({3000, 10}), 0.5));
     const auto taken = attachments.take();
-    QCOMPARE(taken.size(), 1);
+    QCOMPARE(taken.size(), 2);
     QCOMPARE(taken.first().mimeType, u"image/jpeg"_s);
     QCOMPARE(taken.first().previewImage, image);
+    QCOMPARE(taken.last().previewImage.width(), 1024);
     QCOMPARE(QImage::fromData(taken.first().data, "JPEG").size(), image.size());
 }
 
@@ -166,22 +175,39 @@ void tst_PendingAttachments::keepsNoMoreOfAPictureThanAScreenShows()
     QCOMPARE(attachments.take().first().previewImage.size(), QSize(1024, 256)); // the least that is kept
 }
 
+void tst_PendingAttachments::emptiesTheListBeforeItSets_data()
+{
+    using Set = std::function<int(PendingAttachments &)>;
+    QTest::addColumn<Set>("set");
+    QTest::addColumn<int>("result");
+    QTest::addColumn<int>("left");
+    const auto row = [](const char *name, int result, int left, const Set &set) {
+        QTest::newRow(name) << set << result << left;
+    };
+    const auto good = file(u"good.png"_s, png);
+    const auto missing = QUrl::fromLocalFile(m_folder.filePath(u"no.png"_s));
+    const auto text = file(u"notes.txt"_s, noPicture);
+    const auto pngType = u"image/png"_s;
+    row("picture", 1, 1, [](auto &list) { return list.set(picture(), 0.72); });
+    row("null picture", 0, 0, [](auto &list) { return list.set(QImage(), 0.72); });
+    row("data", 1, 1, [=](auto &list) { return list.set(png, pngType); });
+    row("bad data", 0, 0, [=](auto &list) { return list.set(noPicture, pngType); });
+    row("no data", 1, 0, [=](auto &list) { return list.set(QByteArray(), pngType); });
+    row("no data of no type", 1, 0, [](auto &list) { return list.set(QByteArray(), u"nothing"_s); });
+    row("file", 1, 1, [=](auto &list) { return list.setFile(good, std::nullopt); });
+    row("missing file", 0, 0, [=](auto &list) { return list.setFile(missing, std::nullopt); });
+    row("files", 2, 2, [=](auto &list) { return list.setFiles({good, missing, text, good}); });
+    row("no files", 0, 0, [](auto &list) { return list.setFiles({}); });
+    row("added to", 1, 2, [=](auto &list) { return list.add(png, pngType); });
+}
+
 void tst_PendingAttachments::emptiesTheListBeforeItSets()
 {
-    auto &zenvor = Zenvor::shared();
-    QVERIFY(zenvor.setPendingAttachment(picture(), 0.72));
-    QVERIFY(!zenvor.setPendingAttachment(QImage(), 0.72));
-    QVERIFY(zenvor.setPendingAttachmentData({}, u"image/png"_s)); // no more than emptied
-    QVERIFY(zenvor.setPendingAttachmentData({}, u"no type at all"_s));
-    QVERIFY(!zenvor.addPendingAttachmentData({}, u"image/png"_s));
-    QVERIFY(zenvor.setPendingAttachmentData(png, u"image/png"_s));
-    const auto good = file(u"good.png"_s, png);
-    QVERIFY(zenvor.setPendingAttachmentFile(good));
-    QVERIFY(!zenvor.addPendingAttachmentFile(good, u"image/jpg"_s));
-    const auto missing = QUrl::fromLocalFile(m_folder.filePath(u"no.png"_s));
-    QCOMPARE(zenvor.setPendingAttachmentFiles(
-                 {good, missing, file(u"nothing.png"_s, {}), file(u"notes.txt"_s, noPicture)}),
-             1);
+    QFETCH(const std::function<int(PendingAttachments &)>, set);
+    PendingAttachments attachments;
+    QVERIFY(attachments.add(noPicture, u"video/mp4"_s));
+    QTEST(set(attachments), "result");
+    QTEST(int(attachments.take().size()), "left");
 }
 
 void tst_PendingAttachments::changesNothingFromAnotherThread()

@@ -2,9 +2,12 @@
 
 #include <zenvor/zenvor.h>
 
+#include <QDir>
 #include <QGuiApplication>
+#include <QImage>
 #include <QQmlComponent>
 #include <QQmlEngine>
+#include <QTemporaryFile>
 #include <QTest>
 
 using namespace zenvor;
@@ -26,7 +29,7 @@ void tst_QmlModule::offersTheOperationsToEachEngine()
         "import QtQml\n"
         "import Zenvor\n"
         "QtObject {\n"
-        "    function run() {\n"
+        "    function run(file, image) {\n"
         "        const video = new Uint8Array([1, 2, 3]).buffer\n"
         "        Zenvor.configure('token', false)\n"
         "        Zenvor.present()\n"
@@ -37,14 +40,19 @@ void tst_QmlModule::offersTheOperationsToEachEngine()
         "            Zenvor.setPendingAttachmentData(undefined, 'video/mp4'),\n"
         "            Zenvor.setPendingAttachmentData(null, 'video/mp4'),\n"
         "            Zenvor.setPendingAttachmentData(1, 'video/mp4'),\n"
+        "            Zenvor.addPendingAttachmentData('text', 'video/mp4'),\n"
+        "            Zenvor.addPendingAttachmentData(new Uint8Array([1]), 'video/mp4'),\n"
+        "            Zenvor.addPendingAttachment(image, 0.72),\n"
         "            Zenvor.setPendingAttachmentFile('file:///nowhere.png'),\n"
         "            Zenvor.addPendingAttachmentFile('file:///nowhere.png', 'video/mp4'),\n"
-        "            Zenvor.setPendingAttachmentFiles(['file:///a.png', 'file:///b.png'])\n"
+        "            Zenvor.setPendingAttachmentFiles([file, 'file:///b.png'])\n"
         "        ]\n"
         "        Zenvor.clearPendingAttachments()\n"
         "        return results.join(' ')\n"
         "    }\n"
         "}\n");
+    QTemporaryFile file(QDir::tempPath() + u"/XXXXXX.mp4"_s);
+    QVERIFY(file.open() && file.write("video") > 0 && file.flush());
     LogRecorder log;
     QQmlEngine first;
     QQmlEngine second;
@@ -54,8 +62,10 @@ void tst_QmlModule::offersTheOperationsToEachEngine()
         const std::unique_ptr<QObject> object(component.create());
         QVERIFY2(object, qPrintable(component.errorString()));
         QVariant results;
-        QVERIFY(QMetaObject::invokeMethod(object.get(), "run", Q_RETURN_ARG(QVariant, results)));
-        QCOMPARE(results.toString(), u"true false true true false false false 0"_s);
+        QVERIFY(QMetaObject::invokeMethod(object.get(), "run", Q_RETURN_ARG(QVariant, results),
+                                          Q_ARG(QVariant, QUrl::fromLocalFile(file.fileName())),
+                                          Q_ARG(QVariant, QImage(4, 4, QImage::Format_RGB32))));
+        QCOMPARE(results.toString(), u"true false true true false false false true false false 1"_s);
         QCOMPARE(log.take().size(), 4); // configured, stopped, present requested, stopped
     }
 }

@@ -28,11 +28,12 @@ void TestServiceUrl::acceptsOnlySafeOrigins_data()
          {"https://reports.example", "https://reports.example:8443/", "https://10.0.0.1",
           "http://localhost:8080", "http://127.0.0.1:1", "http://127.1.2.3", "http://[::1]:80"})
         QTest::newRow(url) << QString::fromLatin1(url) << true;
-    for (const auto *url : {"http://reports.example", "http://10.0.0.1", "http://127.evil.example",
-                            "http://127.0.0.1.evil.example", "http://localhost.evil.example", "http://[::2]",
-                            "ftp://reports.example", "file:///tmp/x", "https://", "reports.example",
-                            "https://user:pw@reports.example", "https://reports.example/path",
-                            "https://reports.example?query", "https://reports.example#f", "https://a b", ""})
+    for (const auto *url :
+         {"http://reports.example", "http://10.0.0.1", "http://127.evil.example",
+          "http://127.0.0.1.evil.example", "http://127.0.0.256", "http://localhost.evil.example",
+          "http://[::2]", "ftp://reports.example", "file:///tmp/x", "https://", "reports.example",
+          "https://user:pw@reports.example", "https://reports.example/path", "https://reports.example?query",
+          "https://reports.example#f", "https://a b", ""})
         QTest::newRow(url) << QString::fromLatin1(url) << false;
 }
 

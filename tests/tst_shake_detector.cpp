@@ -13,6 +13,7 @@
 #include <QWindow>
 
 #include <functional>
+#include <stdexcept>
 
 using namespace zenvor;
 using namespace Qt::StringLiterals;
@@ -244,6 +245,16 @@ void tst_ShakeDetector::survivesWhatTheHandlerOfAWindowDoes()
     announced.clear();
     sendMotion(&outer);
     QCOMPARE(announced, (QList<QObject *>{&inner, &outer}));
+
+    HostWindow throwing;
+    throwing.onMotion = [](MotionEvent *) {
+        throw std::runtime_error("of the host");
+    };
+    announced.clear();
+    for (int i = 0; i < 2; ++i)
+        QVERIFY_THROWS_EXCEPTION(std::runtime_error, sendMotion(&throwing));
+    sendMotion(&inner);
+    QCOMPARE(announced, QList<QObject *>{&inner});
 
     auto *deleted = new HostWindow;
     HostFilter deleting([deleted](QEvent *) {

@@ -20,7 +20,7 @@ namespace zenvor {
 /// To be called on the application object's thread, while there is such an object. From other threads
 /// configure() and stop() take effect there a little later, present() may be called anyway, and the
 /// operations on attachments change nothing and return false or 0. Without an application object no
-/// operation has any effect.
+/// operation has any effect: configure() comes after it. With a new one, configure() is to be called again.
 class ZENVOR_EXPORT Zenvor
 {
 public:
@@ -50,8 +50,12 @@ public:
     /// it returns false. Pictures are image/jpeg, image/png and image/webp, videos video/mp4,
     /// video/quicktime and video/webm; other MIME types, with parameters or by another name, are refused.
     ///
-    /// Encodes \a image as JPEG. The quality goes from 0.0 to 1.0, and what lies outside counts as the
-    /// nearer end. Returns false if the image is null or larger than JPEG can hold.
+    /// Pictures are encoded and decoded before these operations return, which takes a second or two for one
+    /// of a hundred megapixels. An image over a buffer of the host's, and bytes that are not the
+    /// QByteArray's own (fromRawData), have to stay valid until the report has gone.
+    ///
+    /// Encodes \a image as JPEG. The quality goes from 0.0 to 1.0; what lies outside counts as the nearer
+    /// end, what is not a number as 0.72. Returns false if the image is null or larger than JPEG can hold.
     bool setPendingAttachment(const QImage &image, double compressionQuality);
     bool addPendingAttachment(const QImage &image, double compressionQuality);
 

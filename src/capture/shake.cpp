@@ -1,6 +1,7 @@
 #include <zenvor/motion_event.h>
 #include <zenvor/shake.h>
 
+#include "platform/executor.h"
 #include "platform/window.h"
 
 #include <QCoreApplication>
@@ -17,7 +18,7 @@ const QString &zenvorWindowDidShake()
 
 bool sendShake()
 {
-    QWindow *window = keyWindow();
+    QWindow *window = MainActor::isCurrentThread() ? keyWindow() : nullptr;
     if (!window)
         return false;
     MotionEvent event(MotionEvent::Subtype::Shake);

@@ -28,13 +28,14 @@ ShakeDetector::~ShakeDetector() = default;
 void ShakeDetector::start(std::function<void()> onShake)
 {
     m_onShake = std::move(onShake);
-    if (m_isRunning)
-        return;
+    // Also while running: hook and sensor belong to an application object, which may be a new one.
     WindowShakeHook::installIfNeeded(m_logger);
-    m_isRunning = true;
-    m_logger.info("Shake detection started (native motion event)."_L1);
-    m_observer = NotificationCenter::defaultCenter().addObserver(
-        zenvorWindowDidShake(), [this](const Notification &) { windowDidShake(); });
+    if (!m_isRunning) {
+        m_isRunning = true;
+        m_logger.info("Shake detection started (native motion event)."_L1);
+        m_observer = NotificationCenter::defaultCenter().addObserver(
+            zenvorWindowDidShake(), [this](const Notification &) { windowDidShake(); });
+    }
     // Made here and not with the detector, which may be made on any thread.
     if (!m_accelerometer)
         m_accelerometer = std::make_unique<AccelerometerMotion>([] { sendShake(); });

@@ -8,6 +8,7 @@
 
 #include <QGuiApplication>
 #include <QPointer>
+#include <QScopeGuard>
 #include <QThread>
 #include <QWindow>
 
@@ -38,9 +39,11 @@ private:
     // announced. A handler may delete the window, or send an event of its own.
     void deliverFirst(QPointer<QWindow> window, MotionEvent *event)
     {
-        const auto *outer = std::exchange(m_delivered, event);
-        QCoreApplication::sendEvent(window, event);
-        m_delivered = outer;
+        {
+            const auto *outer = std::exchange(m_delivered, event);
+            const auto restored = qScopeGuard([this, outer] { m_delivered = outer; });
+            QCoreApplication::sendEvent(window, event);
+        }
         if (window && event->subtype() == MotionEvent::Subtype::Shake && !event->isAccepted())
             NotificationCenter::defaultCenter().post(zenvorWindowDidShake(), window);
     }
@@ -53,8 +56,8 @@ private:
 void WindowShakeHook::installIfNeeded(const Logger &logger)
 {
     // Goes with the application object that it belongs to, and is installed again for another one.
-    static QPointer<ShakeFilter> installed;
-    if (installed)
+    static auto *installed = new QPointer<ShakeFilter>; // never destroyed: it outlives all hosts' windows
+    if (*installed)
         return;
 
     auto *application = qobject_cast<QGuiApplication *>(QCoreApplication::instance());
@@ -66,8 +69,8 @@ void WindowShakeHook::installIfNeeded(const Logger &logger)
         logger.error("Failed to verify native shake hook installation."_L1);
         return;
     }
-    installed = new ShakeFilter(application);
-    application->installEventFilter(installed);
+    *installed = new ShakeFilter(application);
+    application->installEventFilter(*installed);
 }
 
 } // namespace zenvor

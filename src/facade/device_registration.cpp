@@ -2,6 +2,7 @@
 
 #include "pingqueue/device_ping_queue.h"
 #include "platform/awaitable_callback.h"
+#include "platform/bundle.h"
 #include "platform/device.h"
 
 namespace zenvor {
@@ -11,6 +12,13 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int maxBatchSize = 3;
+
+// Nothing if the application cannot be told from others. The queue is not even asked for then: it finds its
+// store by the identifier when it is made, and the host may set that later.
+std::optional<QString> applicationIdentifier(const Bundle &bundle)
+{
+    return nonEmptyTrimmed(bundle.identifier().value_or(QString()));
+}
 
 Task<> enqueueAndFlush(DevicePingQueue *queue, ReportClient client, Bundle bundle, QString bundleId,
                        Logger logger)
@@ -26,20 +34,24 @@ Task<> enqueueAndFlush(DevicePingQueue *queue, ReportClient client, Bundle bundl
 
 } // namespace
 
-void registerDevice(DevicePingQueue &queue, ReportClient client, Bundle bundle, Logger logger)
+void registerDevice(ReportClient client, Logger logger)
 {
-    const auto bundleId = nonEmptyTrimmed(bundle.identifier().value_or(QString()));
+    const auto bundle = Bundle::main();
+    const auto bundleId = applicationIdentifier(bundle);
     if (!bundleId)
         return;
     // detached: neither operation of the queue fails
-    runOn(makeBackgroundExecutor(), [queue = &queue, client, bundle, bundleId = *bundleId, logger] {
-        return enqueueAndFlush(queue, client, bundle, bundleId, logger);
-    });
+    runOn(makeBackgroundExecutor(),
+          [queue = &DevicePingQueue::shared(), client, bundle, bundleId = *bundleId, logger] {
+              return enqueueAndFlush(queue, client, bundle, bundleId, logger);
+          });
 }
 
-void sendDuePings(DevicePingQueue &queue, ReportClient client)
+void sendDuePings(ReportClient client)
 {
-    queue.flush(std::move(client), maxBatchSize); // detached: it absorbs every failure
+    if (applicationIdentifier(Bundle::main()))
+        DevicePingQueue::shared().flush(std::move(client),
+                                        maxBatchSize); // detached: it absorbs every failure
 }
 
 } // namespace zenvor

@@ -26,6 +26,13 @@ std::optional<QString> normalizeAttachmentMimeType(const QString &mimeType)
     return std::nullopt;
 }
 
+// A name that begins with its only dot has none.
+QString extensionOf(const QString &path)
+{
+    const QFileInfo file(path);
+    return file.completeBaseName().isEmpty() ? QString() : file.suffix();
+}
+
 // Only regular files: a pipe or a device may never end.
 QByteArray contentsOf(const QString &path)
 {
@@ -47,7 +54,8 @@ bool PendingAttachments::add(const QImage &image, double compressionQuality)
     auto data = encodeJpeg(image, compressionQuality);
     if (!data)
         return false;
-    m_attachments.append({*std::move(data), jpeg.toString(), attachmentKind(jpeg), image});
+    m_attachments.append({*std::move(data), jpeg.toString(), attachmentKind(jpeg),
+                          shrunk(image, Screen::longestSideInPixels())});
     return true;
 }
 
@@ -69,11 +77,38 @@ bool PendingAttachments::add(const QByteArray &data, const QString &mimeType)
 
 bool PendingAttachments::addFile(const QUrl &url, const std::optional<QString> &mimeType)
 {
-    if (!url.isLocalFile())
+    // A host makes it a file of another machine, which some systems would log in to.
+    if (!url.isLocalFile() || !url.host().isEmpty())
         return false;
     const auto path = url.toLocalFile();
-    const auto type = mimeType ? mimeType : attachmentMimeType(QFileInfo(path).suffix());
+    const auto type = mimeType ? mimeType : attachmentMimeType(extensionOf(path));
     return add(contentsOf(path), type.value_or(jpeg.toString()));
+}
+
+bool PendingAttachments::set(const QImage &image, double compressionQuality)
+{
+    clear();
+    return add(image, compressionQuality);
+}
+
+bool PendingAttachments::set(const QByteArray &data, const QString &mimeType)
+{
+    clear();
+    return data.isEmpty() || add(data, mimeType);
+}
+
+bool PendingAttachments::setFile(const QUrl &url, const std::optional<QString> &mimeType)
+{
+    clear();
+    return addFile(url, mimeType);
+}
+
+int PendingAttachments::setFiles(const QList<QUrl> &urls)
+{
+    clear();
+    for (const auto &url : urls)
+        addFile(url, std::nullopt);
+    return int(m_attachments.size());
 }
 
 void PendingAttachments::clear()

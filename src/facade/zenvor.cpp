@@ -4,8 +4,6 @@
 #include "client/report_client.h"
 #include "facade/device_registration.h"
 #include "facade/pending_attachments.h"
-#include "pingqueue/device_ping_queue.h"
-#include "platform/bundle.h"
 #include "platform/executor.h"
 #include "platform/logger.h"
 #include "platform/window.h"
@@ -40,6 +38,10 @@ Zenvor::~Zenvor() = default;
 
 void Zenvor::configure(const ZenvorConfiguration &configuration)
 {
+    if (!QCoreApplication::instance()) {
+        m_state->logger.error("Zenvor not configured: there is no application object."_L1);
+        return;
+    }
     if (!MainActor::isCurrentThread()) {
         MainActor::shared()->post([this, configuration] { configure(configuration); });
         return;
@@ -49,7 +51,7 @@ void Zenvor::configure(const ZenvorConfiguration &configuration)
     // Without the value, on purpose: who reads logs by this line finds the same text everywhere.
     m_state->logger.info(
         R"(Zenvor configured. shakeToOpenEnabled=\(configuration.shakeToOpenEnabled, privacy: .public))"_L1);
-    registerDevice(DevicePingQueue::shared(), *m_state->reportClient, Bundle::main(), m_state->logger);
+    registerDevice(*m_state->reportClient, m_state->logger);
     if (!configuration.shakeToOpenEnabled()) {
         m_state->shakeDetector.stop();
         return;
@@ -79,7 +81,7 @@ void Zenvor::present()
     m_state->logger.info("Manual/automatic present requested."_L1);
     MainActor::shared()->post([this] {
         if (m_state->reportClient)
-            sendDuePings(DevicePingQueue::shared(), *m_state->reportClient);
+            sendDuePings(*m_state->reportClient);
         presentInternal();
     });
 }
@@ -102,8 +104,7 @@ void Zenvor::presentInternal()
 
 bool Zenvor::setPendingAttachment(const QImage &image, double compressionQuality)
 {
-    clearPendingAttachments();
-    return addPendingAttachment(image, compressionQuality);
+    return MainActor::isCurrentThread() && m_state->pendingAttachments.set(image, compressionQuality);
 }
 
 bool Zenvor::addPendingAttachment(const QImage &image, double compressionQuality)
@@ -113,8 +114,7 @@ bool Zenvor::addPendingAttachment(const QImage &image, double compressionQuality
 
 bool Zenvor::setPendingAttachmentData(const QByteArray &data, const QString &mimeType)
 {
-    clearPendingAttachments();
-    return MainActor::isCurrentThread() && (data.isEmpty() || addPendingAttachmentData(data, mimeType));
+    return MainActor::isCurrentThread() && m_state->pendingAttachments.set(data, mimeType);
 }
 
 bool Zenvor::addPendingAttachmentData(const QByteArray &data, const QString &mimeType)
@@ -124,8 +124,7 @@ bool Zenvor::addPendingAttachmentData(const QByteArray &data, const QString &mim
 
 bool Zenvor::setPendingAttachmentFile(const QUrl &url, const std::optional<QString> &mimeType)
 {
-    clearPendingAttachments();
-    return addPendingAttachmentFile(url, mimeType);
+    return MainActor::isCurrentThread() && m_state->pendingAttachments.setFile(url, mimeType);
 }
 
 bool Zenvor::addPendingAttachmentFile(const QUrl &url, const std::optional<QString> &mimeType)
@@ -135,13 +134,7 @@ bool Zenvor::addPendingAttachmentFile(const QUrl &url, const std::optional<QStri
 
 int Zenvor::setPendingAttachmentFiles(const QList<QUrl> &urls)
 {
-    clearPendingAttachments();
-    int accepted = 0;
-    for (const auto &url : urls) {
-        if (addPendingAttachmentFile(url))
-            ++accepted;
-    }
-    return accepted;
+    return MainActor::isCurrentThread() ? m_state->pendingAttachments.setFiles(urls) : 0;
 }
 
 void Zenvor::clearPendingAttachment()

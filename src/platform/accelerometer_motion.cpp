@@ -61,8 +61,7 @@ AccelerometerMotion::~AccelerometerMotion()
 
 void AccelerometerMotion::start()
 {
-    if (std::exchange(m_isStarted, true))
-        return;
+    m_isStarted = true;
     QMetaObject::invokeMethod(this, &AccelerometerMotion::followApplication, Qt::QueuedConnection);
 }
 

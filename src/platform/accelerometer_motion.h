@@ -24,7 +24,8 @@ public:
     ~AccelerometerMotion() override;
 
     /// Returns at once: the search for the sensor, which loads plug-ins, waits for the event loop and until
-    /// the application is active. If it finds nothing, only the next start() after a stop() repeats it.
+    /// the application is active. If it finds nothing, the next start()
+    /// repeats it.
     void start();
     /// The sensor is off, and no shake is reported any more, when this returns.
     void stop();

@@ -7,12 +7,14 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cstdint>
 #include <optional>
 #include <system_error>
 #include <utility>
 
 #ifdef Q_OS_UNIX
 #include <csignal>
+#include <dlfcn.h>
 #endif
 
 namespace zenvor {
@@ -31,6 +33,19 @@ void blockSignals()
     for (const int own : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGTRAP, SIGABRT, SIGSYS})
         sigdelset(&signalSet, own);
     pthread_sigmask(SIG_BLOCK, &signalSet, nullptr);
+#endif
+}
+
+// OpenSSL tears itself down in an exit handler of its own, even while another thread is still starting it
+// up. What is never torn down does no harm to a process that ends. It is libcurl that may be built on it: it
+// is not linked here, and one that the host has started already keeps its handler, which runs after ours.
+void keepOpenSslToTheEnd()
+{
+#ifdef Q_OS_UNIX
+    using Initialize = int (*)(std::uint64_t options, const void *settings);
+    constexpr std::uint64_t noExitHandler = 0x80000;
+    if (const auto initialize = reinterpret_cast<Initialize>(dlsym(RTLD_DEFAULT, "OPENSSL_init_crypto")))
+        initialize(noExitHandler, nullptr);
 #endif
 }
 
@@ -171,6 +186,7 @@ bool CurlHttpSession::startThread()
 {
     if (m_thread.joinable())
         return true;
+    endWithProcess();
     try {
         m_thread = std::thread([this] { run(); });
     } catch (const std::system_error &) { // the system has no more threads to give
@@ -204,6 +220,7 @@ void CurlHttpSession::end()
 void CurlHttpSession::run()
 {
     blockSignals();
+    keepOpenSslToTheEnd();
     // On this thread: OpenSSL leaves state of the thread that first uses it, and pool threads come and go.
     curl_global_init(CURL_GLOBAL_DEFAULT);
     endWithProcess();

@@ -67,7 +67,7 @@ JobReceiver *mainThreadReceiver()
     const auto *application = QCoreApplication::instance();
     if (!application)
         return nullptr;
-    if (!receiver) {
+    if (!receiver || receiver->thread() != application->thread()) { // a new one can live on another
         receiver = new JobReceiver;
         receiver->moveToThread(application->thread());
     }

@@ -75,9 +75,9 @@ void HttpSession::endWithProcess()
 {
     auto &running = runningSessions();
     const std::lock_guard lock(running.mutex);
-    if (running.sessions.empty())
-        std::atexit(endRunningSessions); // more than once does no harm
-    running.sessions.push_back(this);
+    std::atexit(endRunningSessions); // more than once does no harm
+    if (std::find(running.sessions.begin(), running.sessions.end(), this) == running.sessions.end())
+        running.sessions.push_back(this);
 }
 
 Task<HttpResponse> HttpSession::send(HttpRequest request, StopToken stop)

@@ -52,9 +52,9 @@ public:
     static constexpr int maxRedirects = 20;
 
 protected:
-    /// To be called once, on the session's thread, when the libraries below it are initialised: what is
-    /// registered with the process after they are is run before they are torn down, and the session
-    /// must have ended by then.
+    /// To be called before the session's thread starts, so that the process waits for it whenever it ends,
+    /// and again on that thread when the libraries below it are initialised: what is registered after they
+    /// are is run before they are torn down, and the session must have ended by then.
     void endWithProcess();
 };
 

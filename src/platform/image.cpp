@@ -34,18 +34,6 @@ bool isIndexed(QImage::Format format)
         || format == QImage::Format_Indexed8;
 }
 
-/// Makes smaller what the reader could not. It would give a picture with a colour table its few colours
-/// again, which leaves nothing of a scanned text.
-QImage shrunk(QImage image, int longestSide)
-{
-    const QSize target = fitted(image.size(), longestSide);
-    if (target == image.size())
-        return image;
-    if (isIndexed(image.format()))
-        image.convertTo(image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32);
-    return image.scaled(target, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-}
-
 /// Qt's encoder turns transparency black.
 QImage overWhite(const QImage &image)
 {
@@ -74,6 +62,18 @@ QImage withoutTexts(const QImage &image)
 }
 
 } // namespace
+
+QImage shrunk(QImage image, int longestSide)
+{
+    const QSize target = fitted(image.size(), longestSide);
+    if (target == image.size())
+        return image;
+    // Scaling would give a picture with a colour table its few colours again, which leaves nothing of a
+    // scanned text.
+    if (isIndexed(image.format()))
+        image.convertTo(image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32);
+    return image.scaled(target, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
 
 std::optional<QImage> decodeImage(const QByteArray &data, int longestSide)
 {

@@ -4,19 +4,33 @@
 
 #include <QCoreApplication>
 
+#include <mutex>
+#include <utility>
+
 namespace zenvor {
 
-/// A session of the class \a Session for the whole process: the same one at each call, made by the
-/// first. Never destroyed, but ended with the application object, so that nothing delays or outlives
-/// its end. Where there is none, or it is never destroyed, a session ends with the process by itself.
+/// The session of the class \a Session for the life of the application object: the same one at each call,
+/// made by the first. It ends with that object, so that nothing delays or outlives its end; where there is
+/// none, or it is never destroyed, with the process. Never destroyed: a client may still name one that has
+/// ended. A later application object gets another one.
 template<typename Session>
 Session &processSession()
 {
-    static auto *session = [] {
-        static auto *made = new Session(Clock::system());
-        qAddPostRoutine([] { made->end(); });
-        return made;
-    }();
+    static auto *mutex = new std::mutex; // as well needed to the end
+    static Session *session = nullptr;
+    const std::lock_guard lock(*mutex);
+    if (!session) {
+        session = new Session(Clock::system());
+        qAddPostRoutine([] {
+            Session *ended = nullptr;
+            {
+                const std::lock_guard ending(*mutex);
+                ended = std::exchange(session, nullptr);
+            }
+            if (ended)
+                ended->end();
+        });
+    }
     return *session;
 }
 

@@ -17,8 +17,9 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-// Without it Qt gathers what comes faster than it is read.
-constexpr qint64 readBufferSize = 256 * 1024;
+// How far Qt may read ahead. The body of a 401, which it hands over only at its end, it cuts off somewhat
+// below that: what is left must still be seen to be too long.
+constexpr qint64 readBufferSize = 8 * HttpSession::maxBodySize;
 
 // Qt has one setting per name, and sends no field without a value.
 void setHeaders(QNetworkRequest &request, const HttpHeaders &headers)
@@ -88,12 +89,16 @@ QtExchange::QtExchange(HttpRequest request, QNetworkAccessManager &manager, bool
     auto *reply = m_reply.get();
     connect(reply, &QNetworkReply::socketStartedConnecting, this, &QtExchange::onConnecting);
     connect(reply, &QNetworkReply::encrypted, this, [this] { m_hasConnected = true; });
-    connect(reply, &QNetworkReply::requestSent, this, &QtExchange::onRequestSent);
+    connect(reply, &QNetworkReply::requestSent, this, [this] { m_hasConnected = true; });
     connect(reply, &QNetworkReply::sslErrors, this, [this] { m_isUntrusted = true; });
     connect(reply, &QNetworkReply::uploadProgress, this, &QtExchange::onSent);
     connect(reply, &QNetworkReply::metaDataChanged, this, &QtExchange::onHead);
     connect(reply, &QNetworkReply::readyRead, this, &QtExchange::onReadable);
     connect(reply, &QNetworkReply::finished, this, &QtExchange::onFinished);
+    // Behind the event that starts the request: before it, the limit is ignored. Once a body comes it may be
+    // too late: as long as there are bytes, Qt's thread then gathers them and takes no event, not even its
+    // end, for which this thread waits up to five seconds.
+    QMetaObject::invokeMethod(this, &QtExchange::limitGathering, Qt::QueuedConnection);
     markActivity();
     startTimer();
 }
@@ -102,15 +107,13 @@ QtExchange::~QtExchange() = default;
 
 void QtExchange::onConnecting()
 {
-    m_isPooled = false;
-    m_reply->setReadBufferSize(readBufferSize);
+    // Qt also connects when it would repeat what a pooled connection lost, and then finds the body gone.
+    if (!m_hasConnected)
+        m_isPooled = false;
 }
 
-void QtExchange::onRequestSent()
+void QtExchange::limitGathering()
 {
-    m_hasConnected = true;
-    // Any earlier it is ignored. Once a body comes it may be too late: as long as data is there, Qt's thread
-    // then reads on and takes no event, not even its end, for which this thread waits up to five seconds.
     m_reply->setReadBufferSize(readBufferSize);
 }
 

@@ -47,7 +47,7 @@ private:
     using TimePoint = std::chrono::steady_clock::time_point;
 
     void onConnecting();
-    void onRequestSent();
+    void limitGathering();
     void onHead();
     void onReadable();
     void onFinished();

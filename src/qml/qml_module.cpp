@@ -3,17 +3,10 @@
 // Made by the build from what the classes of this folder declare.
 void qml_register_types_Zenvor();
 
-namespace zenvor {
-
-/// Brings the QML module into the program that calls it: a linker leaves out of a static library what
-/// nobody refers to, and leaves a shared one out altogether.
-ZENVOR_EXPORT bool linkQmlModule();
-
-bool linkQmlModule()
+/// Every program that links the library asks its linker for this symbol, so that "import Zenvor" works in a
+/// program that names the library in QML alone: a linker leaves out of a static library what nobody refers
+/// to, and may leave out a shared one altogether.
+extern "C" ZENVOR_EXPORT void (*zenvor_link_qml_module())()
 {
-    // The address is all that is needed: it brings the registration into the program, which runs by itself.
-    static auto *volatile registration = &qml_register_types_Zenvor;
-    return registration;
+    return &qml_register_types_Zenvor; // brings the registration along, which runs by itself
 }
-
-} // namespace zenvor

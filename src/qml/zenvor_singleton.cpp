@@ -29,14 +29,17 @@ bool ZenvorSingleton::addPendingAttachment(const QImage &image, double compressi
 
 bool ZenvorSingleton::setPendingAttachmentData(const QVariant &data, const QString &mimeType)
 {
-    // Anything else than bytes, a text for instance, is not taken for the absence of them.
-    const bool isUsable = data.isNull() || data.metaType() == QMetaType::fromType<QByteArray>();
-    return Zenvor::shared().setPendingAttachmentData(data.toByteArray(), mimeType) && isUsable;
+    if (data.isNull())
+        return Zenvor::shared().setPendingAttachmentData({}, mimeType);
+    Zenvor::shared().clearPendingAttachments();
+    return addPendingAttachmentData(data, mimeType);
 }
 
-bool ZenvorSingleton::addPendingAttachmentData(const QByteArray &data, const QString &mimeType)
+bool ZenvorSingleton::addPendingAttachmentData(const QVariant &data, const QString &mimeType)
 {
-    return Zenvor::shared().addPendingAttachmentData(data, mimeType);
+    // A text or a number would convert to bytes as well.
+    return data.metaType() == QMetaType::fromType<QByteArray>()
+        && Zenvor::shared().addPendingAttachmentData(data.toByteArray(), mimeType);
 }
 
 bool ZenvorSingleton::setPendingAttachmentFile(const QUrl &url)

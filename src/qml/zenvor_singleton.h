@@ -27,9 +27,10 @@ public:
     /// \a image as item.grabToImage() gives it with its "image".
     Q_INVOKABLE bool setPendingAttachment(const QImage &image, double compressionQuality);
     Q_INVOKABLE bool addPendingAttachment(const QImage &image, double compressionQuality);
-    /// \a data as an ArrayBuffer; to set null or undefined only empties the list.
+    /// \a data as an ArrayBuffer (the "buffer" of a typed array); anything else is refused. To set null or
+    /// undefined only empties the list.
     Q_INVOKABLE bool setPendingAttachmentData(const QVariant &data, const QString &mimeType);
-    Q_INVOKABLE bool addPendingAttachmentData(const QByteArray &data, const QString &mimeType);
+    Q_INVOKABLE bool addPendingAttachmentData(const QVariant &data, const QString &mimeType);
     Q_INVOKABLE bool setPendingAttachmentFile(const QUrl &url);
     Q_INVOKABLE bool setPendingAttachmentFile(const QUrl &url, const QString &mimeType);
     Q_INVOKABLE bool addPendingAttachmentFile(const QUrl &url);

@@ -35,7 +35,7 @@ public:
         return std::exchange(m_lines, {});
     }
 
-    QStringList lines()
+    QStringList lines() const
     {
         const QMutexLocker lock(&m_mutex);
         return m_lines;
@@ -64,7 +64,7 @@ private:
 
     static inline LogRecorder *s_recorder = nullptr;
     QtMessageHandler m_before = nullptr;
-    QMutex m_mutex;
+    mutable QMutex m_mutex;
     QStringList m_lines;
 };
 

@@ -4,7 +4,9 @@
 
 #include <memory>
 
-// A host that names the library in QML alone.
+int answer();
+
+// A host that names the library in QML alone, and links it through a library of its own.
 int main(int argc, char **argv)
 {
     QGuiApplication application(argc, argv);
@@ -16,5 +18,5 @@ int main(int argc, char **argv)
     const std::unique_ptr<QObject> object(component.create());
     for (const auto &error : component.errors())
         qWarning("%s", qPrintable(error.toString()));
-    return object ? 0 : 1;
+    return object && answer() == 42 ? 0 : 1;
 }

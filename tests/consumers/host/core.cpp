@@ -1,0 +1,4 @@
+int answer()
+{
+    return 42;
+}
