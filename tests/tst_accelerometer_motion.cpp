@@ -78,10 +78,12 @@ struct Application
     bool enter()
     {
         window.show();
-        window.requestActivate();
         if (isStill)
             Q_EMIT application.applicationStateChanged(Qt::ApplicationActive);
-        return QTest::qWaitFor([] { return QGuiApplication::applicationState() == Qt::ApplicationActive; });
+        return QTest::qWaitFor([this] {
+            window.requestActivate(); // a window manager ignores it until it has seen the window
+            return QGuiApplication::applicationState() == Qt::ApplicationActive;
+        });
     }
 
     bool leave()

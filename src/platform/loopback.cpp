@@ -15,8 +15,9 @@ bool isByte(QStringView digits)
     const auto isDigit = [](QChar c) {
         return c >= u'0' && c <= u'9';
     };
-    return !digits.isEmpty() && digits.size() <= 3 && std::all_of(digits.begin(), digits.end(), isDigit)
-        && digits.toInt() <= 255;
+    const bool isNumber = !digits.isEmpty() && std::all_of(digits.begin(), digits.end(), isDigit);
+    const bool hasZerosBefore = digits.size() > 1 && digits.startsWith(u'0');
+    return isNumber && !hasZerosBefore && digits.size() <= 3 && digits.toInt() <= 255;
 }
 
 } // namespace

@@ -87,7 +87,7 @@ QtExchange::QtExchange(HttpRequest request, QNetworkAccessManager &manager, bool
     m_reply.reset(manager.sendCustomRequest(networkRequest(m_request, network), m_request.method, body));
     body->setParent(m_reply.get());
     auto *reply = m_reply.get();
-    connect(reply, &QNetworkReply::socketStartedConnecting, this, &QtExchange::onConnecting);
+    connect(reply, &QNetworkReply::socketStartedConnecting, this, [this] { m_isPooled = false; });
     connect(reply, &QNetworkReply::encrypted, this, [this] { m_hasConnected = true; });
     connect(reply, &QNetworkReply::requestSent, this, [this] { m_hasConnected = true; });
     connect(reply, &QNetworkReply::sslErrors, this, [this] { m_isUntrusted = true; });
@@ -104,13 +104,6 @@ QtExchange::QtExchange(HttpRequest request, QNetworkAccessManager &manager, bool
 }
 
 QtExchange::~QtExchange() = default;
-
-void QtExchange::onConnecting()
-{
-    // Qt also connects when it would repeat what a pooled connection lost, and then finds the body gone.
-    if (!m_hasConnected)
-        m_isPooled = false;
-}
 
 void QtExchange::limitGathering()
 {

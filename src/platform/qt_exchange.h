@@ -46,7 +46,6 @@ public:
 private:
     using TimePoint = std::chrono::steady_clock::time_point;
 
-    void onConnecting();
     void limitGathering();
     void onHead();
     void onReadable();

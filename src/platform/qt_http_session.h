@@ -18,7 +18,8 @@ class Clock;
 /// - a URL is sent as QUrl writes it, not letter by letter as it was received;
 /// - an interim answer other than 100, and a head without any field, count as a lost connection;
 /// - a request is also repeated if its pooled connection was lost in the head of an answer;
-/// - a body counts as whole where its chunks are malformed, or its compressed bytes end early;
+/// - a body counts as whole where its compressed bytes end early, and may where a chunk is malformed, or
+///   more of it is waited for;
 /// - the bytes of a head, and of the body of a 401 or 407, are no activity: what takes longer than the
 ///   time-out is timed out, and the body of a 401 or 407 is gathered whole until then;
 /// - a name that is being looked up at the end of the application delays that end;

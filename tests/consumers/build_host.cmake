@@ -9,7 +9,8 @@ if(MODE STREQUAL "installed")
         OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
     list(APPEND configuration -D CMAKE_PREFIX_PATH=${WORK}/prefix)
 else()
-    list(APPEND configuration -D ZENVOR_SOURCE_DIR=${SOURCE} -D ZENVOR_WITH_SENSORS=OFF)
+    list(APPEND configuration -D ZENVOR_SOURCE_DIR=${SOURCE}
+        -D ZENVOR_HTTP=qt -D ZENVOR_WITH_SENSORS=OFF) # as on a phone without an accelerometer
 endif()
 execute_process(COMMAND ${CMAKE_COMMAND} ${configuration} COMMAND_ERROR_IS_FATAL ANY)
 execute_process(COMMAND ${CMAKE_COMMAND} --build ${WORK}/build COMMAND_ERROR_IS_FATAL ANY)

@@ -13,9 +13,10 @@ read -r -t 30 number <"$work/display" || { cat "$work/xvfb.log" >&2; exit 1; }
 export DISPLAY=":$number" QT_QPA_PLATFORM=xcb
 openbox >"$work/openbox.log" 2>&1 &
 pids+=($!)
-# Ready when it says so on the root window.
-for _ in $(seq 100); do
-    xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id' && break
+# Ready when it has said all of this on the root window: a program asks only once, when it starts.
+for _ in $(seq 200); do
+    said=$(xprop -root _NET_SUPPORTED _NET_ACTIVE_WINDOW _NET_CLIENT_LIST _NET_WORKAREA 2>/dev/null || true)
+    [ "$(grep -cv 'not found' <<<"$said")" -eq 4 ] && break
     sleep 0.05
 done
 "$@"
