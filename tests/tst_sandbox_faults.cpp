@@ -78,11 +78,16 @@ void TestSandboxFaults::playsFaultyAnswers_data()
     row(R"({"status": 503, "headers": {"Retry-After": "2"}, "body": "later"})",
         "\\AHTTP/1.1 503 .*Retry-After: 2\r\n.*\r\n\r\nlater\\z");
     row(R"({"redirect": "http://127.0.0.1:1/x"})", "\\AHTTP/1.1 307 .*Location: http://127.0.0.1:1/x\r\n");
+    row(R"({"redirect": "http://127.0.0.1:1{target}"})",
+        "\\AHTTP/1.1 307 .*Location: http://127.0.0.1:1/v1/sdk/devices/ping\r\n");
+    row(R"({"status": 101, "cut": "inBody"})", "\\AHTTP/1.1 101 [^:]*\r\n\r\n\\z");
+    row(R"({"padding": 3})", "Content-Length: 27\r\n.*\r\n\r\n\\{\"padding\":\"xxx\",\"ok\":true\\}\\z");
     row(R"({"informational": [102, 103]})",
         "\\AHTTP/1.1 102 .*\r\n\r\nHTTP/1.1 103 .*\r\n\r\nHTTP/1.1 200 .*\"ok\":true");
     row(R"({"garbage": "SSH-2.0"})", "\\ASSH-2.0\\z");
     row(R"({"chunked": true, "body": "12345"})",
         "Transfer-Encoding: chunked\r\n.*\r\n\r\n5\r\n12345\r\n0\r\n\r\n\\z");
+    row(R"({"chunked": true, "status": 201})", "Transfer-Encoding: chunked\r\n.*\r\n\r\n0\r\n\r\n\\z");
     row(R"({"badChunk": true, "body": "12345"})", "\r\n\r\n5\r\n12345\r\nno size\r\n\\z");
     row(R"({"contentLength": 99, "body": "12345"})", "Content-Length: 99\r\n.*\r\n\r\n12345\\z");
     row(R"({"contentLength": 2, "body": "12345"})", "Content-Length: 2\r\n.*\r\n\r\n12345\\z");
@@ -181,6 +186,7 @@ void TestSandboxFaults::refusesWhatIsNoFault_data()
     QTest::addColumn<QString>("named");
     QTest::newRow(R"({"satus": 500})") << u"satus is not a known key"_s;
     QTest::newRow(R"({"status": 99})") << u"status must be from"_s;
+    QTest::newRow(R"({"padding": 3, "endless": true})") << u"padding goes into a JSON object"_s;
     QTest::newRow(R"({"cut": "inTheMiddle"})") << u"cut must be one of beforeHeaders"_s;
     QTest::newRow(R"({"cut": "inBody", "stall": "inBody"})") << u"exclude each other"_s;
     QTest::newRow(R"({"handle": true, "when": "head"})") << u"handle needs"_s;

@@ -6,6 +6,7 @@
 #include "platform/json.h"
 
 #include <QJsonDocument>
+#include <QJsonObject>
 
 #include <algorithm>
 

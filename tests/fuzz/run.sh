@@ -7,13 +7,14 @@ cd "$(dirname "$0")"
 shift 2
 [ $# -gt 0 ] || set -- corpus/*
 
-# Qt's own memory is not looked at: what it keeps for the life of the process is reachable, and what its
-# libraries read is not instrumented. The quarantine would count as memory that a picture takes. More memory
-# than there can be is refused as any allocator refuses it.
+# What was freed would count as memory that a picture takes. More memory than there can be is refused, as any
+# allocator refuses it.
 export ASAN_OPTIONS=quarantine_size_mb=16:allocator_may_return_null=1${ASAN_OPTIONS:+:$ASAN_OPTIONS}
 export UBSAN_OPTIONS=print_stacktrace=1
 symbolizer=$(command -v llvm-symbolizer-16 || command -v llvm-symbolizer || true)
-[ -z "$symbolizer" ] || export ASAN_SYMBOLIZER_PATH=$(realpath "$symbolizer") # a name with a version is refused
+# A name with a version is refused.
+[ -z "$symbolizer" ] || ASAN_SYMBOLIZER_PATH=$(realpath "$symbolizer")
+export ASAN_SYMBOLIZER_PATH=${ASAN_SYMBOLIZER_PATH:-}
 export QT_HASH_SEED=0 TZ=UTC
 
 mkdir -p "$tree/findings"

@@ -13,10 +13,9 @@ read -r -t 30 number <"$work/display" || { cat "$work/xvfb.log" >&2; exit 1; }
 export DISPLAY=":$number" QT_QPA_PLATFORM=xcb
 openbox >"$work/openbox.log" 2>&1 &
 pids+=($!)
-# Ready when it has said all of this on the root window: a program asks only once, when it starts.
+# Ready when it lists the windows that it manages: one that is shown earlier never gets the focus.
 for _ in $(seq 200); do
-    said=$(xprop -root _NET_SUPPORTED _NET_ACTIVE_WINDOW _NET_CLIENT_LIST _NET_WORKAREA 2>/dev/null || true)
-    [ "$(grep -cv 'not found' <<<"$said")" -eq 4 ] && break
+    xprop -root _NET_CLIENT_LIST 2>/dev/null | grep -q '(WINDOW)' && break
     sleep 0.05
 done
 "$@"

@@ -111,9 +111,9 @@ QList<int> informational(FieldReader &reader)
 void readAnswer(FieldReader &reader, Fault &fault)
 {
     if (const auto status = reader.integer("status"_L1, Presence::Optional)) {
-        if (*status < 200 || *status > 999)
-            reader.complain("status"_L1, u"must be from 200 to 999"_s);
-        fault.status = static_cast<int>(std::clamp<qint64>(*status, 200, 999));
+        if (*status != 101 && (*status < 200 || *status > 999))
+            reader.complain("status"_L1, u"must be from 200 to 999, or 101"_s);
+        fault.status = static_cast<int>(std::clamp<qint64>(*status, 101, 999));
     }
     readHeaders(reader, fault);
     fault.body = body(reader);
@@ -122,6 +122,7 @@ void readAnswer(FieldReader &reader, Fault &fault)
     fault.redirect = reader.text("redirect"_L1, Presence::Optional).value_or(QString());
     if (!isHeaderText(fault.redirect))
         reader.complain("redirect"_L1, u"must be printable ASCII"_s);
+    fault.padding = size(reader, "padding"_L1).value_or(0);
     fault.garbage = garbage(reader);
     fault.gzip = flag(reader, "gzip"_L1);
     fault.handle = reader.boolean("handle"_L1, Presence::Optional);
@@ -154,6 +155,8 @@ void readContradictions(const Fault &fault, QStringList &mistakes)
         mistakes << u"stall, cut and reset exclude each other"_s;
     if (count(fault.body.has_value(), fault.bodySize.has_value(), fault.endless) > 1)
         mistakes << u"body, bodySize and endless exclude each other"_s;
+    if (fault.padding > 0 && (fault.bodySize || fault.endless))
+        mistakes << u"padding goes into a JSON object, so neither bodySize nor endless goes with it"_s;
     if (fault.handle.value_or(false) && (fault.when == Fault::When::Head || fault.stopReading))
         mistakes
             << u"handle needs the request's body, so neither \"when\": \"head\" nor stopReading goes with it"_s;
@@ -251,6 +254,7 @@ QJsonObject faultToJson(const Fault &fault)
     put("bodySize"_L1, fault.bodySize.has_value(), fault.bodySize.value_or(0));
     put("endless"_L1, fault.endless, true);
     put("redirect"_L1, !fault.redirect.isEmpty(), fault.redirect);
+    put("padding"_L1, fault.padding > 0, fault.padding);
     put("garbage"_L1, fault.garbage.has_value(), QString::fromUtf8(fault.garbage.value_or(QByteArray())));
     put("gzip"_L1, fault.gzip, true);
     put("handle"_L1, fault.handle.has_value(), fault.handle.value_or(false));

@@ -31,7 +31,8 @@ struct Fault
     std::optional<QByteArray> body;
     std::optional<qint64> bodySize; ///< that many bytes of filler
     bool endless = false; ///< filler that never stops
-    QString redirect; ///< a Location header
+    QString redirect; ///< a Location header; {target} in it stands for the request's path and query
+    qint64 padding = 0; ///< a member of so many letters more in the JSON object that is answered
     std::optional<QByteArray> garbage; ///< these bytes in place of an answer, then the end
     bool gzip = false;
     /// Process the request (store the report) before misbehaving. Unset: only if the fault leaves the answer

@@ -15,7 +15,7 @@ constexpr qint64 bodyBeforeStop = 64 * 1024;
 
 bool hasNoBody(int status)
 {
-    return status == 204 || status == 304;
+    return status < 200 || status == 204 || status == 304;
 }
 
 /// The place where the answer breaks off, and how.
@@ -44,6 +44,17 @@ std::shared_ptr<BodySource> plainBody(const Fault &fault, const Answer &answer, 
     // A body must be there to be broken.
     const bool needsBody = place == Place::InBody || fault.badChunk || fault.gzip;
     return needsBody ? bytesSource("{\"ok\":true}"_ba) : std::shared_ptr<BodySource>();
+}
+
+/// A JSON object with one member more; nothing else can take one.
+std::shared_ptr<BodySource> padded(const std::shared_ptr<BodySource> &plain, qint64 letters)
+{
+    const QByteArray object = plain ? plain->read(plain->size()) : "{}"_ba;
+    if (!object.startsWith('{'))
+        return bytesSource(object);
+    const QByteArray rest = object.mid(1);
+    return bytesSource("{\"padding\":\""_ba + QByteArray(letters, 'x') + (rest.startsWith('}') ? "\"" : "\",")
+                       + rest);
 }
 
 std::shared_ptr<BodySource> gzipped(const std::shared_ptr<BodySource> &plain)
@@ -82,6 +93,8 @@ void frame(SendPlan &plan, const RequestHead &request, std::optional<qint64> cla
         plan.body.reset();
     } else if (plan.isChunked) {
         setHeader(headers, "Transfer-Encoding"_ba, "chunked"_ba);
+        if (!plan.body)
+            plan.body = bytesSource({}); // its end is a chunk as well
     } else if (claimedLength || size >= 0) {
         setHeader(headers, "Content-Length"_ba, QByteArray::number(claimedLength.value_or(size)));
     } else if (!breaksOff) {
@@ -143,11 +156,14 @@ SendPlan planFault(const RequestHead &request, const Fault &fault, const std::op
 
     plan.status = fault.status.value_or(fault.redirect.isEmpty() ? answer.status : 307);
     if (!fault.redirect.isEmpty())
-        setHeader(answer.headers, "Location"_ba, fault.redirect.toLatin1());
+        setHeader(answer.headers, "Location"_ba,
+                  fault.redirect.toLatin1().replace("{target}"_ba, request.target));
     if (fault.body || fault.bodySize || fault.endless)
         setHeader(answer.headers, "Content-Type"_ba,
                   fault.body && fault.body->startsWith('{') ? "application/json"_ba : "text/plain"_ba);
     plan.body = plainBody(fault, answer, place);
+    if (fault.padding > 0)
+        plan.body = padded(plan.body, fault.padding);
     if (fault.gzip && plan.body) {
         plan.body = gzipped(plan.body);
         setHeader(answer.headers, "Content-Encoding"_ba, "gzip"_ba);
