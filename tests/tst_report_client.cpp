@@ -30,6 +30,7 @@ private Q_SLOTS:
     void considersTheFirstFiveAttachmentsOnly();
     void dropsAnAttachmentAfterThreeTries_data();
     void dropsAnAttachmentAfterThreeTries();
+    void sendsNothingToAUrlThatEndsInHalfACharacter();
     void startsAnUploadOverFromItsReservation();
     void pausesLongerBeforeEachTry();
     void readsUploadIdsAsTheyAreAndListsThemTrimmedOnce();
@@ -199,6 +200,16 @@ void TestReportClient::dropsAnAttachmentAfterThreeTries()
     QVERIFY(!sentReport().contains("attachment_upload_ids"_L1));
     QVERIFY(!sentReport().contains("screenshot_upload_id"_L1));
     QVERIFY(!QFile::exists(u"/tmp/zenvor-never"_s));
+}
+
+void TestReportClient::sendsNothingToAUrlThatEndsInHalfACharacter()
+{
+    // As UTF-8 the half becomes a question mark, with which the query of a URL begins.
+    m_service.reset(R"({"path":"/v1/sdk/uploads/init","times":3,
+                        "body":"{\"ok\":true,\"upload_id\":\"u\",\"upload_url\":\"%1\\ud83d\"}"})"_ba.replace(
+        "%1", m_service.url(u"/storage/x"_s).toEncoded()));
+    QCOMPARE(failure(m_client.submit(payload(), {png()})), QString());
+    QCOMPARE(m_service.requestLines().filter(u"PUT "_s), QStringList());
 }
 
 void TestReportClient::startsAnUploadOverFromItsReservation()

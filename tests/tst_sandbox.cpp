@@ -364,6 +364,9 @@ void TestSandbox::readsARequestHoweverItIsSent_data()
     row("two lengths", {head(length + "\r\n"_ba + length) + json}, {400}, true);
     row("length and chunks", {head(length + "\r\n"_ba + chunked) + json}, {400}, true);
     row("bad chunk size", {head(chunked) + "0x5\r\n"_ba}, {400}, true);
+    row("signed chunk size", {head(chunked) + "-0\r\n\r\n"_ba}, {400}, true);
+    row("chunks of more than there can be", {head(chunked) + "5\r\n12345\r\n7fffffffffffffff\r\n1"_ba}, {413},
+        true);
     row("huge head", {"GET / HTTP/1.1\r\nHost: localhost\r\nX: "_ba + QByteArray(70000, 'x')}, {431}, true);
     row("huge body", {head("Content-Length: 5000000"_ba)}, {413}, true);
     row("huge body, asked", {head("Expect: 100-continue\r\nContent-Length: 5000000"_ba)}, {413}, true);

@@ -64,8 +64,11 @@ HttpRequest storagePut(const InitUploadResponse &reserved, const QByteArray &dat
 
 bool isAcceptable(const InitUploadResponse &response)
 {
-    return response.ok && QUrl(response.uploadURL, QUrl::StrictMode).isValid()
-        && nonEmptyTrimmed(response.uploadId);
+    // Half a surrogate pair has no UTF-8: the URL that goes out would be another than the one that was
+    // checked.
+    const bool isUrl =
+        response.uploadURL.isValidUtf16() && QUrl(response.uploadURL, QUrl::StrictMode).isValid();
+    return response.ok && isUrl && nonEmptyTrimmed(response.uploadId);
 }
 
 std::optional<QString> etagOf(const HttpResponse &response)

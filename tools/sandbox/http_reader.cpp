@@ -25,6 +25,11 @@ bool isDigits(const QByteArray &text)
     return !text.isEmpty() && std::ranges::all_of(text, [](char c) { return c >= '0' && c <= '9'; });
 }
 
+bool isHexDigit(char c)
+{
+    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
+}
+
 bool hasControlBytes(const QByteArray &text)
 {
     return std::ranges::any_of(text, [](char c) { return (c >= 0 && c < 0x20 && c != '\t') || c == 0x7f; });
@@ -183,7 +188,7 @@ bool HttpReader::parseFraming()
 
 HttpReader::Event HttpReader::readBody()
 {
-    if (m_bodyLimit >= 0 && m_bodySize + m_remaining > m_bodyLimit)
+    if (m_bodyLimit >= 0 && m_remaining > m_bodyLimit - m_bodySize)
         return broken(413, u"the body is larger than %1 bytes"_s.arg(m_bodyLimit));
     if (m_remaining == 0) {
         if (m_state == State::FixedBody)
@@ -209,9 +214,9 @@ HttpReader::Event HttpReader::readChunkSize()
     if (!takeLine(&line))
         return m_state == State::Broken ? Event::Broken : Event::NeedMore;
     const QByteArray digits = line.split(';').first().trimmed();
-    bool isNumber = false;
-    const qint64 size = digits.toLongLong(&isNumber, 16);
-    if (!isNumber || size < 0 || digits.startsWith('+') || digits.startsWith("0x"_ba))
+    bool isNumber = std::all_of(digits.begin(), digits.end(), isHexDigit); // Qt would take a sign and "0x"
+    const qint64 size = isNumber ? digits.toLongLong(&isNumber, 16) : -1;
+    if (!isNumber)
         return broken(400, u"the size of a chunk is not a hexadecimal number"_s);
     m_remaining = size;
     m_state = size == 0 ? State::Trailers : State::ChunkData;
