@@ -61,9 +61,9 @@ int runIdle(bool isConfigured, int seconds)
     if (isConfigured)
         configure();
     QTimer::singleShot(2000, [seconds] { // when the ping has failed
-        const double before = bench::wakeUps();
+        const auto before = bench::wakeUps();
         QTimer::singleShot(seconds * 1000, [before] {
-            std::printf("%f %lld %f", bench::wakeUps() - before, qint64(bench::threads().size()),
+            std::printf("%f %lld %f", bench::wakeUpsSince(before), qint64(bench::threads().size()),
                         bench::memoryMiB("VmRSS:"));
             std::fflush(stdout);
             std::_Exit(0);

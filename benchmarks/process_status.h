@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QDir>
 #include <QFile>
+#include <QHash>
 
 namespace zenvor::bench {
 
@@ -30,13 +31,23 @@ inline QStringList threads()
     return QDir(QStringLiteral("/proc/self/task")).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
 }
 
-/// How often the threads of this process have gone to sleep and been woken.
-inline double wakeUps()
+/// How often each thread of this process has gone to sleep and been woken.
+inline QHash<QString, double> wakeUps()
 {
-    double sum = 0;
+    QHash<QString, double> counts;
     for (const auto &thread : threads())
-        sum +=
+        counts[thread] =
             statusNumber(QStringLiteral("/proc/self/task/%1/status").arg(thread), "voluntary_ctxt_switches:");
+    return counts;
+}
+
+/// The same since \a before, of the threads that are still there.
+inline double wakeUpsSince(const QHash<QString, double> &before)
+{
+    const auto now = wakeUps();
+    double sum = 0;
+    for (auto thread = now.begin(); thread != now.end(); ++thread)
+        sum += thread.value() - before.value(thread.key());
     return sum;
 }
 
