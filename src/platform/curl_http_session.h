@@ -18,8 +18,9 @@ class Clock;
 class CurlTransfer;
 
 /// The session of desktop systems: libcurl on one thread of its own, started by the first request and
-/// asleep while nothing is under way. The process may end at any moment and in any way. (Where libcurl is built
-/// on something else than OpenSSL, exit() while that is being started is as safe as that library makes it.)
+/// asleep while nothing is under way. The process may end at any moment and in any way. (Where libcurl is
+/// built on something else than OpenSSL, exit() while that is being started is as safe as that library makes
+/// it.)
 class CurlHttpSession final : public HttpSession
 {
 public:
