@@ -18,7 +18,7 @@ FaultCase &FaultCase::by(Repeater whom)
 
 FaultCase &FaultCase::onceOnly()
 {
-    isOver = true;
+    isPlayedOnce = true;
     return *this;
 }
 

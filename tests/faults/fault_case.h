@@ -65,7 +65,8 @@ struct FaultCase
     int requests = 1; ///< that one exchange puts on the wire
     Seconds reading = {};
     Seconds discarding = {}; ///< where nobody reads the body
-    bool isOver = false; ///< strikes the first request only: what follows is part of the fault's own story
+    bool isPlayedOnce =
+        false; ///< strikes the first request only: what follows is part of the fault's own story
     bool isSmoke = false;
     bool leavesBodyUnread = false; ///< the service does not take in what is sent to it
     bool isPlayedOnQt = true;

@@ -16,7 +16,7 @@ constexpr SessionKind sessions[] = {SessionKind::Qt};
 
 QList<Extent> extentsOf(const FaultPair &pair)
 {
-    if (pair.fault.isOver)
+    if (pair.fault.isPlayedOnce)
         return {Extent::Once};
     if (isUpload(pair.kind))
         return pair.isHarmless() ? QList{Extent::Once} : QList{Extent::Always, Extent::Once};

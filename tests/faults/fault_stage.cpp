@@ -149,14 +149,14 @@ Observation FaultStage::play(const FaultPair &pair)
     session.divert(pair.kind, {}, 0);
     m_service.sandbox().clearFaults();
     outcome.next = validate(client);
-    auto requests = arrivedRequests();
-    for (auto request = requests.rbegin(); request != requests.rend(); ++request) {
-        if (requestKindOf(QString::fromLatin1(request->path())) == RequestKind::Validate) {
-            requests.erase(std::next(request).base());
-            break;
-        }
-    }
-    for (const auto &request : requests) {
+    countArrivals(outcome);
+    outcome.kept = keptIn(pair);
+    return observation;
+}
+
+void FaultStage::countArrivals(Outcome &outcome) const
+{
+    for (const auto &request : arrivedRequests()) {
         const auto kind = requestKindOf(QString::fromLatin1(request.path()));
         if (!kind)
             continue; // bytes that were no HTTP
@@ -164,8 +164,7 @@ Observation FaultStage::play(const FaultPair &pair)
         if (!request.isFault && !request.deviations.isEmpty())
             outcome.refusals.append(u"%1 %2"_s.arg(QLatin1StringView(request.method)).arg(request.status));
     }
-    outcome.kept = keptIn(pair);
-    return observation;
+    --outcome.arrived[RequestKind::Validate]; // the request that came afterwards
 }
 
 QString FaultStage::call(const FaultPair &pair, const ReportClient &client)

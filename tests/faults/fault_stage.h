@@ -40,6 +40,7 @@ private:
     std::unique_ptr<HttpSession> makeSession(SessionKind kind) const;
     QUrl originOf(Detour detour) const;
     QList<sandbox::RecordedRequest> arrivedRequests() const;
+    void countArrivals(Outcome &outcome) const;
     QString keptIn(const FaultPair &pair) const;
     QString queueAfterwards() const;
 

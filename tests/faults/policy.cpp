@@ -186,7 +186,7 @@ int struckTries(const FaultPair &pair)
 
 int strikes(const FaultPair &pair)
 {
-    if (isHealedBySession(pair) || pair.fault.isOver)
+    if (isHealedBySession(pair) || pair.fault.isPlayedOnce)
         return 1;
     return isUpload(pair.kind) ? struckRequests(pair) : 0;
 }
