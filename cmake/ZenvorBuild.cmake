@@ -19,6 +19,26 @@ if(ZENVOR_SANITIZE)
     target_link_options(zenvor_strict INTERFACE -fsanitize=${ZENVOR_SANITIZE})
 endif()
 
+# zenvor_precompiled(<name> HEADERS <header>… LIBRARIES <target>…): what a tree with
+# ZENVOR_PRECOMPILE_HEADERS parses once for all the targets that name it under zenvor_precompile().
+function(zenvor_precompiled name)
+    if(ZENVOR_PRECOMPILE_HEADERS)
+        cmake_parse_arguments(PARSE_ARGV 1 precompiled "" "" "HEADERS;LIBRARIES")
+        file(GENERATE OUTPUT ${PROJECT_BINARY_DIR}/${name}.cpp CONTENT "// What ${name} precompiles.\n")
+        add_library(${name} OBJECT ${PROJECT_BINARY_DIR}/${name}.cpp)
+        zenvor_defaults(${name})
+        set_target_properties(${name} PROPERTIES AUTOMOC OFF)
+        target_link_libraries(${name} PRIVATE ${precompiled_LIBRARIES})
+        target_precompile_headers(${name} PRIVATE ${precompiled_HEADERS})
+    endif()
+endfunction()
+
+function(zenvor_precompile target name)
+    if(ZENVOR_PRECOMPILE_HEADERS)
+        target_precompile_headers(${target} REUSE_FROM ${name})
+    endif()
+endfunction()
+
 function(zenvor_defaults target)
     target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:zenvor_strict>)
     set_target_properties(${target} PROPERTIES
@@ -46,6 +66,13 @@ function(zenvor_room name)
     target_include_directories(${target} PUBLIC ${view})
     list(TRANSFORM room_USES PREPEND zenvor_)
     target_link_libraries(${target} PUBLIC zenvor_api ${room_USES} PRIVATE ${room_LIBRARIES})
+    zenvor_precompile(${target} zenvor_precompiled_base)
     set_property(GLOBAL APPEND PROPERTY ZENVOR_ROOMS ${target})
     set_property(GLOBAL APPEND PROPERTY ZENVOR_ROOM_LIBRARIES ${room_LIBRARIES})
 endfunction()
+
+zenvor_precompiled(zenvor_precompiled_base
+    LIBRARIES Qt6::Core QCoro6::Coro
+    HEADERS <algorithm> <chrono> <functional> <memory> <mutex> <optional> <variant> <vector>
+        <QCoroTask> <QCoreApplication> <QDateTime> <QFile> <QHash> <QJsonArray> <QJsonDocument> <QJsonObject>
+        <QObject> <QString> <QStringList> <QTimer> <QUrl>)

@@ -11,12 +11,20 @@ import subprocess
 import sys
 
 
+def without_precompiled_headers(words):
+    for option in ("-include-pch", "-include"):
+        if option in words:
+            at = words.index(option)
+            words = words[:at - 1] + words[at + 3:]  # -Xclang OPTION -Xclang FILE
+    return words
+
+
 def command_of(entry):
     words = shlex.split(entry["command"])
     if os.path.basename(words[0]) == "ccache":
         words = words[1:]
     words = words[:words.index("-o")] + words[words.index("-o") + 2:]
-    return words + ["-stdlib=libc++", "-fsyntax-only", "-Wno-unused-command-line-argument"]
+    return without_precompiled_headers(words) + ["-stdlib=libc++", "-fsyntax-only", "-Wno-unused-command-line-argument"]
 
 
 def parse(entry):
