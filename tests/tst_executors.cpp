@@ -3,6 +3,7 @@
 #include "platform/executor.h"
 #include "platform/stop_token.h"
 #include "support/await.h"
+#include "support/fast_clock.h"
 
 #include <QElapsedTimer>
 #include <QProcess>
@@ -160,14 +161,7 @@ void TestExecutors::endsASleepEarlyWhenStopped()
 
 void TestExecutors::sleepsByTheClockItWasGiven()
 {
-    struct FastClock final : Clock
-    {
-        std::chrono::milliseconds realDuration(std::chrono::milliseconds duration) const override
-        {
-            return duration / 1000;
-        }
-    };
-    const FastClock clock;
+    const test::FastClock clock(1000);
     QElapsedTimer timer;
     timer.start();
     test::await(clock.sleep(60s));

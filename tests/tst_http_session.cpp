@@ -1,15 +1,13 @@
 #include "platform/awaitable_callback.h"
-#include "platform/clock.h"
 #include "platform/executor.h"
-#include "platform/process_session.h"
 #include "support/await.h"
 #include "support/certificate.h"
+#include "support/fast_clock.h"
 #include "support/session.h"
 #include "support/test_service.h"
 
 #include <QElapsedTimer>
 #include <QFile>
-#include <QProcess>
 #include <QTcpServer>
 #include <QTest>
 
@@ -20,23 +18,6 @@ using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 using test::TestedSession;
 using test::TestService;
-
-namespace {
-
-// A minute takes 0.6 s.
-struct FastClock final : Clock
-{
-    std::chrono::steady_clock::time_point now() const override
-    {
-        return std::chrono::steady_clock::time_point(Clock::now().time_since_epoch() * 100);
-    }
-    std::chrono::milliseconds realDuration(std::chrono::milliseconds duration) const override
-    {
-        return std::chrono::ceil<std::chrono::milliseconds>(duration / 100.0);
-    }
-};
-
-} // namespace
 
 /// The session against a service that misbehaves: what the caller gets, and what was sent how often.
 class TestHttpSession : public QObject
@@ -73,7 +54,6 @@ private Q_SLOTS:
     void trustsOnlyKnownCertificates();
     void endsARequestThatIsStopped();
     void servesManyExecutorsAtOnce();
-    void endsSilentlyWithRequestsUnderWay();
 
 private:
     HttpRequest request(const QByteArray &method, const QString &path, const QByteArray &body = {}) const
@@ -208,7 +188,7 @@ void TestHttpSession::doesNotTimeOutWhileDataTrickles()
 
 void TestHttpSession::timesOutAfterAMinuteWithoutData()
 {
-    const FastClock clock;
+    const test::FastClock clock(100);
     TestedSession session(clock);
     m_service.reset(R"({"stall":"beforeHeaders"})");
     QElapsedTimer timer;
@@ -231,7 +211,7 @@ void TestHttpSession::discardsABodyForAMinuteUnlessItStandsStill()
 {
     QFETCH(QByteArray, fault);
     m_service.reset(fault);
-    const FastClock clock;
+    const test::FastClock clock(100);
     TestedSession session(clock);
     auto post = request("POST"_ba, u"/storage/t"_s, "x"_ba);
     post.readsBody = false;
@@ -535,74 +515,6 @@ void TestHttpSession::servesManyExecutorsAtOnce()
     QCOMPARE(m_service.requests().size(), 160);
 }
 
-void TestHttpSession::endsSilentlyWithRequestsUnderWay()
-{
-    const test::Certificate certificate;
-    TestService secure(certificate.certificateFile(), certificate.keyFile());
-    const auto endsWell = [this, &certificate](const QUrl &url, const QString &ending, int afterMs) {
-        QProcess child;
-        auto environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"SSL_CERT_FILE"_s, certificate.certificateFile());
-        // Qt's threads free what OpenSSL keeps for each of them a moment after Qt has waited for them.
-        if (test::isQtSession)
-            environment.insert(u"ASAN_OPTIONS"_s,
-                               environment.value(u"ASAN_OPTIONS"_s) + u":detect_leaks=0"_s);
-        child.setProcessEnvironment(environment);
-        child.start(QCoreApplication::applicationFilePath(),
-                    {u"--end-by"_s, ending, QString::number(afterMs), url.toString(),
-                     m_service.url(u"/warm"_s).toString()});
-        return QTest::qWaitFor([&child] { return child.state() == QProcess::NotRunning; }, 20000)
-            && child.exitStatus() == QProcess::NormalExit && child.exitCode() == 0
-            && child.readAllStandardError().isEmpty();
-    };
-    const auto stall = R"({"path":"/storage/t","stall":"beforeHeaders","times":0})"_ba;
-    m_service.reset(stall);
-    secure.reset(stall);
-    for (const auto &ending : {u"return"_s, u"exit"_s}) {
-        QVERIFY(endsWell(m_service.url(u"/storage/t"_s), ending, 300));
-        QVERIFY(endsWell(secure.url(u"/storage/t"_s), ending, 1000));
-        // In the middle of the first handshake, now and then. Qt cannot be ended safely there by exit().
-        for (const int ms : {1, 3, 5, 8, 12, 20, 40}) {
-            const auto early = test::isQtSession ? u"return"_s : ending;
-            QVERIFY2(endsWell(secure.url(u"/storage/t"_s), early, ms),
-                     qPrintable(early + QString::number(ms)));
-        }
-    }
-    QCOMPARE(m_service.requestLines().count(u"GET /storage/t"_s), 8);
-}
-
-namespace {
-
-// The process of a host that ends while its requests are under way: --end-by return|exit MS URL WARM-URL.
-// With Qt's session a first request is let through: while Qt still starts its TLS, exit() is not safe.
-int runHost(int argc, char **argv)
-{
-    QCoreApplication application(argc, argv);
-    const auto arguments = QCoreApplication::arguments();
-    HttpRequest get;
-    get.url = QUrl(arguments.at(5));
-    if (test::isQtSession)
-        test::await(processSession<TestedSession>().send(get));
-    get.url = QUrl(arguments.at(4));
-    for (int i = 0; i < 4; ++i)
-        processSession<TestedSession>().send(get); // detached: never ends
-    QTimer::singleShot(arguments.at(3).toInt(), &application, [&arguments] {
-        if (arguments.at(2) == "exit"_L1)
-            std::exit(0);
-        QCoreApplication::quit();
-    });
-    return application.exec();
-}
-
-} // namespace
-
-int main(int argc, char **argv)
-{
-    if (argc > 5 && argv[1] == "--end-by"_ba)
-        return runHost(argc, argv);
-    QCoreApplication application(argc, argv);
-    TestHttpSession test;
-    return QTest::qExec(&test, argc, argv);
-}
+QTEST_GUILESS_MAIN(TestHttpSession)
 
 #include "tst_http_session.moc"

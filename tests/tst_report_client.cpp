@@ -1,6 +1,8 @@
 #include "client/report_client.h"
 #include "client/report_client_error.h"
 #include "support/await.h"
+#include "support/fast_clock.h"
+#include "support/report.h"
 #include "support/session.h"
 #include "support/test_service.h"
 
@@ -47,7 +49,6 @@ private Q_SLOTS:
     void outlivesTheClientObject();
 
 private:
-    FeedbackReportPayload payload() const;
     static ReportUploadAttachment png(const QByteArray &bytes = "\x89PNG bytes"_ba)
     {
         return {.data = bytes, .mimeType = u"image/png"_s, .kind = u"screenshot"_s};
@@ -59,35 +60,10 @@ private:
     QJsonObject sentReport() const;
 
     TestService m_service;
-    struct FastClock final : Clock
-    {
-        std::chrono::milliseconds realDuration(std::chrono::milliseconds duration) const override
-        {
-            return duration / 30;
-        }
-    } m_clock;
+    const test::FastClock m_clock{30};
     test::TestedSession m_session{Clock::system()};
     ReportClient m_client{ZenvorConfiguration(TestService::token(), false), m_session, m_clock};
 };
-
-FeedbackReportPayload TestReportClient::payload() const
-{
-    FeedbackDraft draft;
-    draft.message = u"It breaks"_s;
-    const DeviceInfo device{.model = u"m"_s,
-                            .machine = u"x86_64"_s,
-                            .osName = u"os"_s,
-                            .osVersion = u"1"_s,
-                            .locale = u"en_US"_s,
-                            .timeZone = u"UTC"_s,
-                            .screenWidth = 800,
-                            .screenHeight = 600,
-                            .interfaceStyle = u"light"_s,
-                            .identifierForVendor = {}};
-    const AppInfo app{.bundleId = TestService::bundleId(), .version = u"1"_s, .build = u"2"_s};
-    return *makeFeedbackReportPayload(draft, TestService::token(), device, app,
-                                      QDateTime::currentDateTimeUtc());
-}
 
 template<typename T>
 QString TestReportClient::failure(Task<T> task)
@@ -122,7 +98,7 @@ void TestReportClient::init()
 void TestReportClient::deliversAReportWithItsAttachments()
 {
     const auto big = QByteArray("\x89PNG") + QByteArray(3000000, 'x');
-    QCOMPARE(failure(m_client.submit(payload(), {mp4(), png(big)})), QString());
+    QCOMPARE(failure(m_client.submit(test::report(), {mp4(), png(big)})), QString());
     QCOMPARE(m_service.requestLines().filter(u"/v1/"_s),
              (QStringList{u"POST /v1/sdk/uploads/init"_s, u"POST /v1/sdk/uploads/complete"_s,
                           u"POST /v1/sdk/uploads/init"_s, u"POST /v1/sdk/uploads/complete"_s,
@@ -148,7 +124,7 @@ void TestReportClient::deliversAReportWithItsAttachments()
 
 void TestReportClient::asksForNothingButTheReportWithoutAttachments()
 {
-    QCOMPARE(failure(m_client.submit(payload(), {})), QString());
+    QCOMPARE(failure(m_client.submit(test::report(), {})), QString());
     QCOMPARE(m_service.requestLines(), QStringList{u"POST /v1/sdk/reports"_s});
     QVERIFY(!sentReport().contains("attachment_upload_ids"_L1));
     QVERIFY(!sentReport().contains("screenshot_upload_id"_L1));
@@ -157,7 +133,7 @@ void TestReportClient::asksForNothingButTheReportWithoutAttachments()
 void TestReportClient::considersTheFirstFiveAttachmentsOnly()
 {
     // The empty one uses one of the five places.
-    QCOMPARE(failure(m_client.submit(payload(), {png(), png(""_ba), png(), mp4(), png(), png(), png()})),
+    QCOMPARE(failure(m_client.submit(test::report(), {png(), png(""_ba), png(), mp4(), png(), png(), png()})),
              QString());
     QCOMPARE(m_service.requestLines().count(u"POST /v1/sdk/uploads/init"_s), 4);
     QCOMPARE(sentReport().value("attachment_upload_ids"_L1).toArray().size(), 4);
@@ -194,7 +170,7 @@ void TestReportClient::dropsAnAttachmentAfterThreeTries()
 {
     QFETCH(QByteArray, fault);
     m_service.reset(fault);
-    QCOMPARE(failure(m_client.submit(payload(), {png()})), QString());
+    QCOMPARE(failure(m_client.submit(test::report(), {png()})), QString());
     QCOMPARE(m_service.requestLines().count(u"POST /v1/sdk/uploads/init"_s), 3);
     QCOMPARE(m_service.requestLines().count(u"POST /v1/sdk/reports"_s), 1);
     QVERIFY(!sentReport().contains("attachment_upload_ids"_L1));
@@ -208,7 +184,7 @@ void TestReportClient::sendsNothingToAUrlThatEndsInHalfACharacter()
     m_service.reset(R"({"path":"/v1/sdk/uploads/init","times":3,
                         "body":"{\"ok\":true,\"upload_id\":\"u\",\"upload_url\":\"%1\\ud83d\"}"})"_ba.replace(
         "%1", m_service.url(u"/storage/x"_s).toEncoded()));
-    QCOMPARE(failure(m_client.submit(payload(), {png()})), QString());
+    QCOMPARE(failure(m_client.submit(test::report(), {png()})), QString());
     QCOMPARE(m_service.requestLines().filter(u"PUT "_s), QStringList());
 }
 
@@ -216,7 +192,7 @@ void TestReportClient::startsAnUploadOverFromItsReservation()
 {
     m_service.reset(
         R"([{"path":"/v1/sdk/uploads/complete","status":500},{"path":"/storage/","skip":1,"status":500}])");
-    QCOMPARE(failure(m_client.submit(payload(), {png()})), QString());
+    QCOMPARE(failure(m_client.submit(test::report(), {png()})), QString());
     QCOMPARE(m_service.requestLines().count(u"POST /v1/sdk/uploads/init"_s), 3);
     QCOMPARE(m_service.requestLines().count(u"POST /v1/sdk/uploads/complete"_s), 2);
     const auto ids = sentReport().value("attachment_upload_ids"_L1).toArray();
@@ -238,7 +214,7 @@ void TestReportClient::pausesLongerBeforeEachTry()
     } clock;
     m_service.reset(R"({"path":"/v1/sdk/uploads/init","times":3,"status":500})");
     const ReportClient client(ZenvorConfiguration(TestService::token(), false), m_session, clock);
-    QCOMPARE(failure(client.submit(payload(), {png()})), QString());
+    QCOMPARE(failure(client.submit(test::report(), {png()})), QString());
     QCOMPARE(clock.pauses, (QList{300, 600}));
 }
 
@@ -250,7 +226,7 @@ void TestReportClient::readsUploadIdsAsTheyAreAndListsThemTrimmedOnce()
                         {"path":"/storage/","times":2,"status":204},
                         {"path":"/v1/sdk/uploads/complete","times":2,"body":"{\"ok\":true}"},
                         {"path":"/v1/sdk/reports","status":201}])"_ba.replace("%1", answer));
-    QCOMPARE(failure(m_client.submit(payload(), {png(), mp4()})), QString());
+    QCOMPARE(failure(m_client.submit(test::report(), {png(), mp4()})), QString());
     QCOMPARE(sentReport().value("attachment_upload_ids"_L1).toArray(), QJsonArray{u"u"_s});
     const auto confirmation = QJsonDocument::fromJson(m_service.requests().at(2).body).object();
     QCOMPARE(confirmation.value("upload_id"_L1).toString(), u" u\n"_s);
@@ -260,10 +236,10 @@ void TestReportClient::readsUploadIdsAsTheyAreAndListsThemTrimmedOnce()
 void TestReportClient::keepsTheScreenshotOfTheCaller()
 {
     m_service.reset(R"({"path":"/v1/sdk/reports","status":200})");
-    auto report = payload();
-    report.screenshotUploadId = u"mine"_s;
-    report.attachmentUploadIds = QStringList{u"replaced"_s};
-    QCOMPARE(failure(m_client.submit(report, {png()})), QString());
+    auto changed = test::report();
+    changed.screenshotUploadId = u"mine"_s;
+    changed.attachmentUploadIds = QStringList{u"replaced"_s};
+    QCOMPARE(failure(m_client.submit(changed, {png()})), QString());
     QCOMPARE(sentReport().value("screenshot_upload_id"_L1).toString(), u"mine"_s);
     QCOMPARE(sentReport().value("attachment_upload_ids"_L1).toArray().size(), 1);
     QVERIFY(sentReport().value("attachment_upload_ids"_L1).toArray().first() != u"replaced"_s);
@@ -292,7 +268,7 @@ void TestReportClient::sendsTheRequiredHeadersAndNothingThatCouldInject()
                 QJsonObject{{u"path"_s, u"/v1/sdk/uploads/complete"_s}, {u"body"_s, u"{\"ok\":true}"_s}},
                 QJsonObject{{u"path"_s, u"/v1/sdk/reports"_s}, {u"status"_s, 200}}})
             .toJson());
-    QCOMPARE(failure(m_client.submit(payload(), {png("12345"_ba)})), QString());
+    QCOMPARE(failure(m_client.submit(test::report(), {png("12345"_ba)})), QString());
     const auto put = m_service.requests().at(1);
     QCOMPARE(put.target, "/storage/x?sig=a%2Fb%3D"_ba);
     QCOMPARE(put.body, "12345"_ba);
@@ -329,7 +305,7 @@ void TestReportClient::reportsWhatTheServiceSays()
 {
     QFETCH(QByteArray, fault);
     m_service.reset(fault);
-    QTEST(failure(m_client.submit(payload(), {})), "description");
+    QTEST(failure(m_client.submit(test::report(), {})), "description");
 }
 
 void TestReportClient::sendsTheReportOnce()
@@ -337,7 +313,7 @@ void TestReportClient::sendsTheReportOnce()
     // The validation leaves a pooled connection behind; the report must not go out on it, nor twice.
     m_service.reset(R"([{"path":"/v1/sdk/reports","cut":"beforeHeaders","handle":true,"times":0}])");
     test::await(m_client.validateToken(TestService::bundleId()));
-    QVERIFY(!failure(m_client.submit(payload(), {png()})).isEmpty());
+    QVERIFY(!failure(m_client.submit(test::report(), {png()})).isEmpty());
     QCOMPARE(m_service.requestLines().count(u"POST /v1/sdk/reports"_s), 1);
 }
 
@@ -413,7 +389,7 @@ void TestReportClient::endsTheRequestUnderWayWhenStopped()
     QObject scope;
     connect(&m_service.sandbox(), &sandbox::Sandbox::requestAnswered, &scope,
             [&source] { source.requestStop(); });
-    QCOMPARE(failure(m_client.submit(payload(), {png()}, source.token())),
+    QCOMPARE(failure(m_client.submit(test::report(), {png()}, source.token())),
              u"Report submit network error (host=127.0.0.1): cancelled"_s);
     QCOMPARE(m_service.requestLines(), QStringList{u"POST /v1/sdk/uploads/init"_s});
 }
@@ -423,7 +399,7 @@ void TestReportClient::outlivesTheClientObject()
     m_service.reset(R"({"path":"/v1/sdk/validate","delayMs":50})");
     auto client =
         std::make_unique<ReportClient>(ZenvorConfiguration(TestService::token(), false), m_session, m_clock);
-    auto submission = client->submit(payload(), {png()});
+    auto submission = client->submit(test::report(), {png()});
     auto validation = client->validateToken(TestService::bundleId());
     client.reset();
     QCOMPARE(test::await(std::move(validation)), TokenBundleValidationResult::Matched);

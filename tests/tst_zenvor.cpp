@@ -16,6 +16,9 @@
 #include <QTimer>
 #include <QWindow>
 
+#include <memory>
+#include <vector>
+
 using namespace zenvor;
 using namespace Qt::StringLiterals;
 using test::LogRecorder;
@@ -55,6 +58,7 @@ private Q_SLOTS:
     void presentsOnlyOverAWindow();
     void opensOnAShakeUntilItIsStopped();
     void takesCallsFromOtherThreads();
+    void takesCallsFromManyThreadsAtOnce();
     void endsQuietlyWithItsProcess_data();
     void endsQuietlyWithItsProcess();
     void worksForEachApplicationObject();
@@ -170,6 +174,39 @@ void tst_Zenvor::takesCallsFromOtherThreads()
     auto lines = log.take();
     lines.removeAll(flushed);
     QCOMPARE(lines, (QStringList{requested, configured, started, stopped, windowless}));
+}
+
+void tst_Zenvor::takesCallsFromManyThreadsAtOnce()
+{
+    constexpr int threads = 8;
+    constexpr int calls = 50;
+    LogRecorder log;
+    std::vector<std::unique_ptr<QThread>> callers;
+    for (int i = 0; i < threads; ++i) {
+        callers.emplace_back(QThread::create([] {
+            for (int call = 0; call < calls; ++call) {
+                auto &zenvor = Zenvor::shared();
+                zenvor.configure(TestService::token(), call % 2 == 0);
+                zenvor.present();
+                zenvor.addPendingAttachmentData("bytes", u"video/mp4"_s);
+                zenvor.stop();
+            }
+        }));
+        callers.back()->start();
+    }
+    for (int call = 0; call < calls; ++call) { // and on the thread where it all belongs
+        Zenvor::shared().configure(TestService::token(), true);
+        QCoreApplication::processEvents();
+    }
+    for (const auto &caller : callers)
+        QVERIFY(caller->wait());
+    QTRY_COMPARE_WITH_TIMEOUT(log.lines().count(windowless), threads * calls, 30000);
+    QCOMPARE(log.lines().count(requested), threads * calls);
+    QCOMPARE(log.lines().count(configured), (threads + 1) * calls);
+    QTRY_COMPARE_WITH_TIMEOUT(log.lines().count(flushed), (threads + 1) * calls, 30000);
+    for (const auto &ping : pings())
+        QCOMPARE(ping.value("token"_L1).toString(), TestService::token());
+    QVERIFY(!pings().isEmpty());
 }
 
 void tst_Zenvor::endsQuietlyWithItsProcess_data()

@@ -100,6 +100,15 @@ Task<HttpResponse> HttpSession::send(HttpRequest request, StopToken stop)
     co_return std::move(std::get<HttpResponse>(result));
 }
 
+void endSessionsWithThisThread()
+{
+    struct End
+    {
+        ~End() { endRunningSessions(); }
+    };
+    thread_local const End end;
+}
+
 HttpSession &HttpSession::shared()
 {
     return processSession<BuiltSession>();

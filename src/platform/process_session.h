@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/clock.h"
+#include "platform/executor.h"
 
 #include <QCoreApplication>
 
@@ -8,6 +9,11 @@
 #include <utility>
 
 namespace zenvor {
+
+/// Ends every session when the calling thread does. To be called on the main thread: exit(), called there,
+/// destroys what belongs to that thread before anything static, so that the sessions' threads are gone while
+/// all that they use is still there.
+void endSessionsWithThisThread();
 
 /// The session of the class \a Session for the life of the application object: the same one at each call,
 /// made by the first. It ends with that object, so that nothing delays or outlives its end; where there is
@@ -18,6 +24,8 @@ Session &processSession()
 {
     static auto *mutex = new std::mutex; // as well needed to the end
     static Session *session = nullptr;
+    if (MainActor::isCurrentThread())
+        endSessionsWithThisThread();
     const std::lock_guard lock(*mutex);
     if (!session) {
         session = new Session(Clock::system());

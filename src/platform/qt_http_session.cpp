@@ -81,6 +81,7 @@ bool QtHttpSession::startThread()
 {
     if (m_thread.joinable())
         return true;
+    endWithProcess();
     // Not a QThread: its wait() returns a little before the thread is gone, which then still frees what
     // OpenSSL keeps per thread, while the end of the process frees it too.
     try {

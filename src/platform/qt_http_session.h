@@ -23,8 +23,8 @@ class Clock;
 /// - the bytes of a head, and of the body of a 401 or 407, are no activity: what takes longer than the
 ///   time-out is timed out, and the body of a 401 or 407 is gathered whole until then;
 /// - a name that is being looked up at the end of the application delays that end;
-/// - a process that calls exit() without ending the application object, while the first https request
-///   still loads Qt's TLS, may crash: that is torn down in the order in which it was loaded.
+/// - a process may crash that calls exit() on another thread than the main one while the first request is
+///   starting: what Qt loads for it then is torn down under it.
 class QtHttpSession final : public HttpSession
 {
 public:

@@ -6,6 +6,7 @@
 #include "pingqueue/device_ping_queue.h"
 #include "platform/qt_http_session.h"
 #include "support/await.h"
+#include "support/report.h"
 
 #ifdef ZENVOR_FAULTS_CURL
 #include "platform/curl_http_session.h"
@@ -35,25 +36,6 @@ QString describe(const std::exception &error)
     if (dynamic_cast<const ReportClientError *>(&error))
         return "ReportClientError: "_L1 + text;
     return "another error: "_L1 + text;
-}
-
-FeedbackReportPayload payload()
-{
-    FeedbackDraft draft;
-    draft.message = u"It breaks"_s;
-    const DeviceInfo device{.model = u"m"_s,
-                            .machine = u"x86_64"_s,
-                            .osName = u"os"_s,
-                            .osVersion = u"1"_s,
-                            .locale = u"en_US"_s,
-                            .timeZone = u"UTC"_s,
-                            .screenWidth = 800,
-                            .screenHeight = 600,
-                            .interfaceStyle = u"light"_s,
-                            .identifierForVendor = {}};
-    const AppInfo app{.bundleId = TestService::bundleId(), .version = u"1"_s, .build = u"2"_s};
-    return *makeFeedbackReportPayload(draft, TestService::token(), device, app,
-                                      QDateTime::currentDateTimeUtc());
 }
 
 QJsonObject entry(const QString &device, int failures, double dueAt)
@@ -204,7 +186,7 @@ QString FaultStage::submit(const ReportClient &client, qsizetype size)
                                        .mimeType = u"video/mp4"_s,
                                        .kind = u"video"_s};
     try {
-        await(client.submit(payload(), {screenshot, video}), callLimit);
+        await(client.submit(report(), {screenshot, video}), callLimit);
         return u"delivered"_s;
     } catch (const std::exception &error) {
         return describe(error);

@@ -3,7 +3,7 @@
 #include "client/report_client.h"
 #include "faults/closed_port.h"
 #include "faults/detour_session.h"
-#include "faults/fast_clock.h"
+#include "support/fast_clock.h"
 #include "faults/fault_pair.h"
 #include "faults/outcome.h"
 #include "support/certificate.h"
@@ -44,7 +44,7 @@ private:
     QString keptIn(const FaultPair &pair) const;
     QString queueAfterwards() const;
 
-    const FastClock m_clock;
+    const FastClock m_clock{60};
     const Certificate m_trusted;
     const Certificate m_unknown;
     const ClosedPort m_closed;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/sanitized.h"
+
 #include <QByteArray>
 #include <QFile>
 
@@ -10,7 +12,7 @@
 namespace zenvor::test {
 
 /// How much resident memory the process takes beyond what it has when this is made. Nothing is known
-/// where the system does not tell, and under the address sanitizer, which keeps what was freed.
+/// where the system does not tell, and under a sanitizer.
 class PeakMemory
 {
 public:
@@ -25,17 +27,9 @@ public:
         m_before = peak();
     }
 
-    qint64 growth() const { return isKnown ? peak() - m_before : 0; }
+    qint64 growth() const { return isSanitized ? 0 : peak() - m_before; }
 
 private:
-#if defined(__SANITIZE_ADDRESS__)
-    static constexpr bool isKnown = false;
-#elif defined(__has_feature)
-    static constexpr bool isKnown = !__has_feature(address_sanitizer);
-#else
-    static constexpr bool isKnown = true;
-#endif
-
     static qint64 peak()
     {
         QFile status(QStringLiteral("/proc/self/status"));

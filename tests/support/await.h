@@ -50,7 +50,10 @@ T await(Task<T> task, std::chrono::milliseconds limit = std::chrono::seconds(30)
     const auto awaited = std::make_shared<Awaited<T>>();
     collect(std::move(task), awaited); // detached: reports through the shared record
     if (!awaited->hasEnded()) {
-        QTimer::singleShot(limit, &awaited->loop, &QEventLoop::quit);
+        QTimer timeOut;
+        timeOut.setSingleShot(true);
+        QObject::connect(&timeOut, &QTimer::timeout, &awaited->loop, &QEventLoop::quit);
+        timeOut.start(limit);
         awaited->loop.exec();
     }
     if (awaited->exception)

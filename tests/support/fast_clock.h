@@ -6,11 +6,11 @@
 
 namespace zenvor::test {
 
-/// A minute takes a second, on the calendar as well.
+/// A clock that runs \a speed times as fast, on the calendar as well.
 class FastClock final : public Clock
 {
 public:
-    static constexpr int speed = 60;
+    explicit FastClock(int speed) : m_speed(speed) {}
 
     QDateTime currentDateTime() const override
     {
@@ -19,14 +19,15 @@ public:
     }
     std::chrono::steady_clock::time_point now() const override
     {
-        return std::chrono::steady_clock::time_point(Clock::now().time_since_epoch() * speed);
+        return std::chrono::steady_clock::time_point(Clock::now().time_since_epoch() * m_speed);
     }
     std::chrono::milliseconds realDuration(std::chrono::milliseconds duration) const override
     {
-        return std::chrono::ceil<std::chrono::milliseconds>(duration / double(speed));
+        return std::chrono::ceil<std::chrono::milliseconds>(duration / double(m_speed));
     }
 
 private:
+    const int m_speed;
     const std::chrono::steady_clock::time_point m_start = now();
     const QDateTime m_startDate = Clock::currentDateTime();
 };
