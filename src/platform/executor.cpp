@@ -37,6 +37,7 @@ class JobEvent final : public QEvent
 {
 public:
     explicit JobEvent(std::function<void()> job) : QEvent(User), m_job(std::move(job)) {}
+    ~JobEvent() override { takesFrom(this); } // also where it was never delivered
 
     void run() { m_job(); }
 
@@ -109,6 +110,7 @@ class Actor::DrainRunnable final : public QRunnable
 {
 public:
     explicit DrainRunnable(std::shared_ptr<Actor> actor) : m_actor(std::move(actor)) {}
+    ~DrainRunnable() override { takesFrom(this); }
 
     void run() override
     {

@@ -3,10 +3,10 @@
 #include "client/report_client.h"
 #include "faults/closed_port.h"
 #include "faults/detour_session.h"
-#include "support/fast_clock.h"
 #include "faults/fault_pair.h"
 #include "faults/outcome.h"
 #include "support/certificate.h"
+#include "support/fast_clock.h"
 #include "support/test_service.h"
 
 #include <memory>

@@ -4,6 +4,7 @@
 #include <QMutex>
 #include <QStringList>
 
+#include <atomic>
 #include <utility>
 
 namespace zenvor::test {
@@ -15,15 +16,14 @@ class LogRecorder
 public:
     LogRecorder()
     {
-        s_recorder = this;
-        m_before = qInstallMessageHandler(record);
+        shared().before = qInstallMessageHandler(record);
         QLoggingCategory::setFilterRules(QStringLiteral("com.zenvor.sdk.*.debug=true"));
     }
     ~LogRecorder()
     {
         QLoggingCategory::setFilterRules({});
-        qInstallMessageHandler(m_before);
-        s_recorder = nullptr;
+        qInstallMessageHandler(shared().before);
+        take();
     }
     LogRecorder(const LogRecorder &) = delete;
     LogRecorder &operator=(const LogRecorder &) = delete;
@@ -31,17 +31,31 @@ public:
     /// What came since the last call.
     QStringList take()
     {
-        const QMutexLocker lock(&m_mutex);
-        return std::exchange(m_lines, {});
+        const QMutexLocker lock(&shared().mutex);
+        return std::exchange(shared().lines, {});
     }
 
     QStringList lines() const
     {
-        const QMutexLocker lock(&m_mutex);
-        return m_lines;
+        const QMutexLocker lock(&shared().mutex);
+        return shared().lines;
     }
 
 private:
+    // Outlives the recorder: a thread may be in the handler when it is put away.
+    struct Shared
+    {
+        std::atomic<QtMessageHandler> before = nullptr;
+        QMutex mutex;
+        QStringList lines;
+    };
+
+    static Shared &shared()
+    {
+        static auto *shared = new Shared;
+        return *shared;
+    }
+
     static QString levelName(QtMsgType type)
     {
         return type == QtDebugMsg ? QStringLiteral("debug")
@@ -54,18 +68,14 @@ private:
         const auto category = QString::fromUtf8(context.category);
         const auto prefix = QStringLiteral("com.zenvor.sdk.");
         if (!category.startsWith(prefix)) {
-            s_recorder->m_before(type, context, text);
+            if (const auto before = shared().before.load())
+                before(type, context, text);
             return;
         }
-        const QMutexLocker lock(&s_recorder->m_mutex);
-        s_recorder->m_lines.append(levelName(type) + u' ' + category.mid(prefix.size()) + QStringLiteral(": ")
-                                   + text);
+        const QMutexLocker lock(&shared().mutex);
+        shared().lines.append(levelName(type) + u' ' + category.mid(prefix.size()) + QStringLiteral(": ")
+                              + text);
     }
-
-    static inline LogRecorder *s_recorder = nullptr;
-    QtMessageHandler m_before = nullptr;
-    mutable QMutex m_mutex;
-    QStringList m_lines;
 };
 
 } // namespace zenvor::test
