@@ -94,7 +94,8 @@ struct Application
             Q_EMIT application.applicationStateChanged(Qt::ApplicationInactive);
             return true;
         }
-        return QTest::qWaitFor([] { return QGuiApplication::applicationState() != Qt::ApplicationActive; });
+        return QTest::qWaitFor([] { return QGuiApplication::applicationState() != Qt::ApplicationActive; },
+                               20000);
     }
 
     int argc = 1;

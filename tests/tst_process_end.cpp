@@ -114,7 +114,8 @@ QString TestProcessEnd::storeProblem(TestService &service) const
     const auto stored = UserDefaults(m_store->path()).data(DevicePingQueue::storageKey());
     if (stored == toJson(due()))
         return {};
-    const bool haveAllArrived = service.requestLines().count("POST /v1/sdk/devices/ping"_L1) == pings;
+    // More than those: the last one of an earlier host may have come late.
+    const bool haveAllArrived = service.requestLines().count("POST /v1/sdk/devices/ping"_L1) >= pings;
     return stored == toJson({}) && haveAllArrived ? QString()
                                                   : u"the store holds "_s + QString::fromUtf8(*stored);
 }
