@@ -82,7 +82,6 @@ private:
 
     Zenvor();
     ~Zenvor();
-    void presentInternal();
 
     const std::unique_ptr<State> m_state;
 };

@@ -4,9 +4,9 @@
 #include "client/report_client.h"
 #include "facade/device_registration.h"
 #include "facade/pending_attachments.h"
+#include "facade/presentation_flow.h"
 #include "platform/executor.h"
 #include "platform/logger.h"
-#include "platform/window.h"
 
 #include <QCoreApplication>
 
@@ -20,8 +20,8 @@ struct Zenvor::State
     std::optional<ZenvorConfiguration> configuration;
     std::optional<ReportClient> reportClient;
     ShakeDetector shakeDetector;
-    bool isPresenting = false;
     PendingAttachments pendingAttachments;
+    PresentationFlow presentationFlow{logger};
 };
 
 Zenvor &Zenvor::shared()
@@ -82,24 +82,9 @@ void Zenvor::present()
     MainActor::shared()->post([this] {
         if (m_state->reportClient)
             sendDuePings(*m_state->reportClient);
-        presentInternal();
+        m_state->presentationFlow.presentInternal(m_state->configuration, m_state->reportClient,
+                                                  m_state->pendingAttachments);
     });
-}
-
-void Zenvor::presentInternal()
-{
-    if (m_state->isPresenting) {
-        m_state->logger.info("Presentation skipped: already presenting."_L1);
-        return;
-    }
-    if (!m_state->configuration || !m_state->reportClient) {
-        m_state->logger.error("Presentation failed: Zenvor not configured."_L1);
-        return;
-    }
-    if (!keyWindow()) {
-        m_state->logger.error("Presentation failed: topViewController could not be found."_L1);
-        return;
-    }
 }
 
 bool Zenvor::setPendingAttachment(const QImage &image, double compressionQuality)

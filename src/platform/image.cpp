@@ -10,7 +10,9 @@
 #include <QtMath>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <vector>
 
 namespace zenvor {
 
@@ -73,6 +75,61 @@ QImage shrunk(QImage image, int longestSide)
     if (isIndexed(image.format()))
         image.convertTo(image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32);
     return image.scaled(target, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
+
+namespace {
+
+// The mean of the neighbours in one direction, over a line of pixels that lie \a step apart.
+void blurLine(QRgb *pixels, int count, qsizetype step, std::vector<QRgb> &line)
+{
+    constexpr int radius = 3;
+
+    line.resize(size_t(count));
+    for (int i = 0; i < count; ++i)
+        line[size_t(i)] = pixels[i * step];
+    const auto at = [&line, count](int i) {
+        return line[size_t(std::clamp(i, 0, count - 1))];
+    };
+    std::array<int, 4> sums{};
+    const auto add = [&sums](QRgb pixel, int sign) {
+        for (size_t channel = 0; channel < sums.size(); ++channel)
+            sums[channel] += sign * int(pixel >> (8 * channel) & 0xff);
+    };
+    for (int i = -radius; i <= radius; ++i)
+        add(at(i), 1);
+    for (int i = 0; i < count; ++i) {
+        QRgb mean = 0;
+        for (size_t channel = 0; channel < sums.size(); ++channel)
+            mean |= QRgb(sums[channel] / (2 * radius + 1)) << (8 * channel);
+        pixels[i * step] = mean;
+        add(at(i + radius + 1), 1);
+        add(at(i - radius), -1);
+    }
+}
+
+} // namespace
+
+QImage blurred(const QImage &image)
+{
+    constexpr int reduction = 8;
+    constexpr int passes = 3; // of a box, to look like a lens
+
+    if (image.isNull())
+        return image;
+    const QSize size(std::max(image.width() / reduction, 1), std::max(image.height() / reduction, 1));
+    auto result = image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+                      .convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    result.setDevicePixelRatio(1);
+    auto *const pixels = reinterpret_cast<QRgb *>(result.bits());
+    const qsizetype pitch = result.bytesPerLine() / qsizetype(sizeof(QRgb));
+    std::vector<QRgb> line;
+    for (int pass = 0; pass < passes; ++pass) {
+        for (int y = 0; y < size.height(); ++y)
+            blurLine(pixels + y * pitch, size.width(), 1, line);
+        for (int x = 0; x < size.width(); ++x)
+            blurLine(pixels + x, size.height(), pitch, line);
+    }
+    return result;
 }
 
 std::optional<QImage> decodeImage(const QByteArray &data, int longestSide)

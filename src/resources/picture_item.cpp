@@ -1,0 +1,40 @@
+#include "resources/picture_item.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+namespace zenvor {
+
+void PictureItem::setImage(const QVariant &image)
+{
+    m_image = image.value<QImage>();
+    update();
+    Q_EMIT imageChanged();
+}
+
+void PictureItem::setRadius(qreal radius)
+{
+    m_radius = radius;
+    update();
+    Q_EMIT radiusChanged();
+}
+
+void PictureItem::paint(QPainter *painter)
+{
+    if (m_image.isNull())
+        return;
+    painter->setRenderHint(QPainter::SmoothPixmapTransform);
+    if (m_radius > 0) {
+        painter->setRenderHint(QPainter::Antialiasing);
+        QPainterPath outline;
+        outline.addRoundedRect(boundingRect(), m_radius, m_radius);
+        painter->setClipPath(outline);
+    }
+    // The part in the middle that has the item's shape.
+    QSizeF part = boundingRect().size();
+    part.scale(m_image.size(), Qt::KeepAspectRatio);
+    const QPointF corner((m_image.width() - part.width()) / 2, (m_image.height() - part.height()) / 2);
+    painter->drawImage(boundingRect(), m_image, QRectF(corner, part));
+}
+
+} // namespace zenvor

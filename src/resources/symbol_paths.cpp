@@ -1,0 +1,83 @@
+#include "resources/symbol_paths.h"
+
+#include <QPainterPathStroker>
+
+#include <initializer_list>
+
+namespace zenvor {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QPainterPath polyline(std::initializer_list<QPointF> points)
+{
+    QPainterPath path;
+    for (const auto &point : points) {
+        if (path.elementCount() == 0)
+            path.moveTo(point);
+        else
+            path.lineTo(point);
+    }
+    return path;
+}
+
+QPainterPath stroked(const QPainterPath &line, qreal width)
+{
+    QPainterPathStroker stroker;
+    stroker.setWidth(width);
+    stroker.setCapStyle(Qt::RoundCap);
+    stroker.setJoinStyle(Qt::RoundJoin);
+    return stroker.createStroke(line).simplified();
+}
+
+QPainterPath ladybug()
+{
+    QPainterPath body;
+    body.addEllipse(QPointF(12, 14.2), 6.8, 7.3);
+    QPainterPath head;
+    head.addEllipse(QPointF(12, 6.2), 3.6, 3.2);
+    auto legs = polyline({{6.2, 10.5}, {2.8, 8.2}});
+    legs.addPath(polyline({{5.4, 14.6}, {1.8, 14.6}}));
+    legs.addPath(polyline({{6.4, 18.4}, {3.0, 20.8}}));
+    legs.addPath(polyline({{17.8, 10.5}, {21.2, 8.2}}));
+    legs.addPath(polyline({{18.6, 14.6}, {22.2, 14.6}}));
+    legs.addPath(polyline({{17.6, 18.4}, {21.0, 20.8}}));
+    legs.addPath(polyline({{10.4, 3.6}, {8.6, 1.6}}));
+    legs.addPath(polyline({{13.6, 3.6}, {15.4, 1.6}}));
+    QPainterPath marks = stroked(polyline({{12, 9.4}, {12, 22}}), 1.1);
+    for (const auto &spot :
+         {QPointF(8.9, 12.6), QPointF(15.1, 12.6), QPointF(9.2, 17.2), QPointF(14.8, 17.2)})
+        marks.addEllipse(spot, 1.2, 1.2);
+    return body.subtracted(marks).united(head).united(stroked(legs, 1.5));
+}
+
+QPainterPath megaphone()
+{
+    QPainterPath horn;
+    horn.moveTo(4.4, 9.0);
+    horn.lineTo(9.6, 9.0);
+    horn.lineTo(18.6, 4.2);
+    horn.lineTo(18.6, 18.6);
+    horn.lineTo(9.6, 14.2);
+    horn.lineTo(4.4, 14.2);
+    horn.quadTo(2.2, 14.2, 2.2, 11.6);
+    horn.quadTo(2.2, 9.0, 4.4, 9.0);
+    QPainterPath handle = polyline({{5.4, 15.2}, {9.2, 15.2}, {10.6, 20.2}, {7.0, 20.2}});
+    handle.closeSubpath();
+    auto sound = polyline({{20.6, 9.4}, {21.9, 11.4}, {20.6, 13.4}});
+    return horn.united(handle).united(stroked(sound, 1.4));
+}
+
+} // namespace
+
+QPainterPath symbolPath(const QString &name)
+{
+    if (name == "ladybug.fill"_L1)
+        return ladybug();
+    if (name == "megaphone.fill"_L1)
+        return megaphone();
+    return {};
+}
+
+} // namespace zenvor

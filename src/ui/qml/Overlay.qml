@@ -1,0 +1,29 @@
+import QtQuick
+import QtQuick.Templates as T
+
+// Over all of the host's window, in its own scene: nothing behind it can be reached.
+T.Popup {
+    id: root
+
+    property bool isAnimated: true
+
+    width: parent ? parent.width : 0
+    height: parent ? parent.height : 0
+    padding: 0
+    modal: true
+    dim: false
+    focus: true
+    closePolicy: T.Popup.NoAutoClose
+
+    enter: isAnimated ? fadeIn : null
+    exit: isAnimated ? fadeOut : null
+
+    Transition {
+        id: fadeIn
+        NumberAnimation { property: "opacity"; from: 0; to: 1; duration: 200 }
+    }
+    Transition {
+        id: fadeOut
+        NumberAnimation { property: "opacity"; to: 0; duration: 200 }
+    }
+}

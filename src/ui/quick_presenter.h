@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/view_controller.h"
+
+#include <memory>
+
+class QQmlEngine;
+
+namespace zenvor {
+
+/// Shows screens in the windows of Qt Quick hosts, in an engine of its own that is made by the first screen
+/// and kept to the end of the application. Main thread.
+class QuickPresenter final : public Presenter
+{
+public:
+    static QuickPresenter &shared();
+
+    bool canShowOver(const QWindow *host) const override;
+    PresentedScreen *show(std::shared_ptr<ViewController> screen, ModalPresentationStyle style, bool animated,
+                          QWindow *host) override;
+
+private:
+    QuickPresenter();
+    ~QuickPresenter() override;
+    QQmlEngine *engine();
+
+    QQmlEngine *m_engine = nullptr; // gone with the application object
+};
+
+} // namespace zenvor

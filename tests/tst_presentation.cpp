@@ -1,0 +1,340 @@
+#include "client/feedback_category.h"
+#include "platform/window.h"
+#include "support/log_recorder.h"
+#include "support/test_service.h"
+#include "ui/category_dialog_view_controller.h"
+#include "ui/quick_presenter.h"
+
+#include <zenvor/report_service.h>
+#include <zenvor/shake.h>
+#include <zenvor/zenvor.h>
+
+#include <QQuickItem>
+#include <QQuickView>
+#include <QTest>
+
+using namespace zenvor;
+using namespace Qt::StringLiterals;
+using test::LogRecorder;
+using test::TestService;
+
+namespace {
+
+const auto requested = u"info Zenvor: Manual/automatic present requested."_s;
+const auto skipped = u"info Zenvor: Presentation skipped: already presenting."_s;
+const auto dialogOpened = u"info Zenvor: Presenting category dialog."_s;
+const auto cancelled = u"info Zenvor: Category dialog cancelled."_s;
+
+/// A host whose window is full of what must not be reached.
+class Host
+{
+public:
+    Host()
+    {
+        view.resize(390, 844);
+        view.setResizeMode(QQuickView::SizeRootObjectToView);
+        QQmlComponent component(view.engine());
+        component.setData(R"(
+            import QtQuick
+            Rectangle {
+                property int reached: 0
+                color: "steelblue"
+                focus: true
+                Keys.onPressed: ++reached
+                MouseArea { anchors.fill: parent; hoverEnabled: true; onPressed: parent.reached++; onWheel: parent.reached++ }
+                TextInput { objectName: "field"; width: 100; height: 20; text: "" }
+                Shortcut { sequence: "Ctrl+K"; context: Qt.ApplicationShortcut; onActivated: parent.reached++ }
+            })"_ba,
+                          {});
+        view.setContent({}, &component, component.create());
+        field()->forceActiveFocus();
+        view.show();
+        view.requestActivate();
+    }
+
+    QQuickItem *field() const { return find("field"_L1); }
+    int reached() const { return view.rootObject()->property("reached").toInt(); }
+
+    /// The first item of that name that can be seen.
+    QQuickItem *find(QLatin1StringView name) const { return find(name, view.contentItem()); }
+
+    void tap(QLatin1StringView name)
+    {
+        auto *item = find(name);
+        QVERIFY2(item, name.data());
+        const QPointF center = item->mapToScene({item->width() / 2, item->height() / 2});
+        QTest::mouseClick(&view, Qt::LeftButton, {}, center.toPoint());
+    }
+
+    QQuickView view;
+
+private:
+    static QQuickItem *find(QLatin1StringView name, QQuickItem *item)
+    {
+        if (item->objectName() == name && item->isVisible())
+            return item;
+        const auto children = item->childItems();
+        for (auto *child : children) {
+            if (auto *found = find(name, child))
+                return found;
+        }
+        return nullptr;
+    }
+};
+
+} // namespace
+
+/// The flow from present() to the screens, in a window of a host, by real events.
+class TestPresentation : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void opensOneFlowAtATime();
+    void leavesTheDialog_data();
+    void leavesTheDialog();
+    void choosesOnce_data();
+    void choosesOnce();
+    void keepsTheHostOutOfReach();
+    void followsTheAppearanceExceptForTheBorder();
+    void laysTheCardOutToTheLetter_data();
+    void laysTheCardOutToTheLetter();
+    void survivesTheEndOfTheHostsWindow();
+
+private:
+    /// Opens the dialog by the public operation.
+    void open();
+    bool isOpen() const { return m_host->find("categoryDialog"_L1); }
+    /// Opens a dialog that is not part of a flow.
+    std::shared_ptr<CategoryDialogViewController> openDialog();
+
+    TestService m_service;
+    std::unique_ptr<Host> m_host;
+};
+
+void TestPresentation::initTestCase()
+{
+    QVERIFY(setReportServiceUrl(m_service.url()));
+    Zenvor::shared().configure(TestService::token(), true);
+}
+
+void TestPresentation::init()
+{
+    m_host = std::make_unique<Host>();
+    QVERIFY(QTest::qWaitForWindowActive(&m_host->view));
+    QTRY_COMPARE(keyWindow(), &m_host->view);
+}
+
+void TestPresentation::cleanup()
+{
+    m_host.reset();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void TestPresentation::open()
+{
+    Zenvor::shared().present();
+    QTRY_VERIFY(isOpen());
+    QTRY_COMPARE(m_host->find("categoryDialog"_L1)->parentItem()->opacity(), 1.0);
+}
+
+std::shared_ptr<CategoryDialogViewController> TestPresentation::openDialog()
+{
+    auto dialog = std::make_shared<CategoryDialogViewController>();
+    dialog->present(QuickPresenter::shared(), ModalPresentationStyle::OverFullScreen, false, &m_host->view);
+    m_host->view.grabWindow(); // lays everything out
+    return dialog;
+}
+
+void TestPresentation::opensOneFlowAtATime()
+{
+    LogRecorder log;
+    open();
+    Zenvor::shared().present();
+    QTRY_COMPARE(log.lines().count(skipped), 1);
+    QCOMPARE(log.lines().count(dialogOpened), 1);
+    m_host->tap("cancelButton"_L1);
+    QTRY_VERIFY(log.lines().contains(cancelled));
+    QVERIFY(!isOpen());
+    log.take();
+    QVERIFY(sendShake());
+    QTRY_VERIFY(isOpen());
+    QCOMPARE(log.lines().count(dialogOpened), 1);
+    QTest::keyClick(&m_host->view, Qt::Key_Escape);
+    QTRY_VERIFY(log.lines().contains(cancelled));
+}
+
+void TestPresentation::leavesTheDialog_data()
+{
+    QTest::addColumn<QString>("way");
+    for (const auto *way : {"button", "beside the card", "Escape", "Back", "Return on the button"})
+        QTest::newRow(way) << QString::fromLatin1(way);
+}
+
+void TestPresentation::leavesTheDialog()
+{
+    QFETCH(const QString, way);
+    int cancels = 0;
+    const auto dialog = openDialog();
+    dialog->onCancel = [&cancels] {
+        ++cancels;
+    };
+    QTRY_VERIFY(isOpen());
+    dialog->onSelect = [](FeedbackCategory) {
+        QFAIL("nothing was chosen");
+    };
+    const auto card = m_host->find("cardView"_L1)->mapRectToScene({0, 0, 350, 300});
+    QTest::mouseClick(&m_host->view, Qt::LeftButton, {},
+                      QPoint(195, int(card.top()) + 30)); // no way to leave
+    if (way == "button"_L1) {
+        m_host->tap("cancelButton"_L1);
+        m_host->tap("cancelButton"_L1); // while it fades away
+    } else if (way == "beside the card"_L1) {
+        QTest::mouseClick(&m_host->view, Qt::LeftButton, {}, {195, 40});
+    } else if (way == "Escape"_L1) {
+        QTest::keyClick(&m_host->view, Qt::Key_Escape);
+    } else if (way == "Back"_L1) {
+        QTest::keyClick(&m_host->view, Qt::Key_Back);
+    } else {
+        QTest::keyClick(&m_host->view, Qt::Key_Tab);
+        QTest::keyClick(&m_host->view, Qt::Key_Tab);
+        QTest::keyClick(&m_host->view, Qt::Key_Return);
+    }
+    QCOMPARE(cancels, 0); // not before it is gone
+    QTRY_COMPARE(cancels, 1);
+    QVERIFY(!isOpen());
+    QVERIFY(m_host->field()->hasActiveFocus());
+}
+
+void TestPresentation::choosesOnce_data()
+{
+    QTest::addColumn<QByteArrayList>("rows");
+    QTest::addColumn<bool>("isBug");
+    QTest::newRow("bug") << QByteArrayList{"reportBugRow"} << true;
+    QTest::newRow("improvement") << QByteArrayList{"suggestImprovementRow"} << false;
+    QTest::newRow("by the keyboard") << QByteArrayList{} << true;
+}
+
+void TestPresentation::choosesOnce()
+{
+    QFETCH(const QByteArrayList, rows);
+    QList<FeedbackCategory> choices;
+    const auto dialog = openDialog();
+    dialog->onSelect = [this, &choices](FeedbackCategory category) {
+        choices.append(category);
+        QVERIFY(!isOpen());
+    };
+    dialog->onCancel = [] {
+        QFAIL("nothing was cancelled");
+    };
+    QTRY_VERIFY(isOpen());
+    for (const auto &row : rows)
+        m_host->tap(QLatin1StringView(row));
+    if (rows.isEmpty())
+        QTest::keyClick(&m_host->view, Qt::Key_Space);
+    QCOMPARE(choices.size(), 1); // at once, without animation
+    dialog->suggestImprovement(); // a second tap that was under way
+    dialog->cancelTapped();
+    QCoreApplication::processEvents();
+    QFETCH(const bool, isBug);
+    QCOMPARE(choices, QList{isBug ? FeedbackCategory::Bug : FeedbackCategory::Improvement});
+}
+
+void TestPresentation::keepsTheHostOutOfReach()
+{
+    const auto dialog = openDialog();
+    QTRY_VERIFY(isOpen());
+    const auto center = QPoint(195, 285); // on the card
+    QTest::mouseClick(&m_host->view, Qt::LeftButton, {}, center);
+    QTest::keyClick(&m_host->view, Qt::Key_K, Qt::ControlModifier);
+    QTest::keyClick(&m_host->view, Qt::Key_X);
+    for (int i = 0; i < 8; ++i) {
+        QTest::keyClick(&m_host->view, Qt::Key_Tab);
+        QVERIFY(m_host->view.activeFocusItem() != m_host->field());
+    }
+    auto *touchscreen = QTest::createTouchDevice();
+    QTest::touchEvent(&m_host->view, touchscreen).press(0, center).commit();
+    QTest::touchEvent(&m_host->view, touchscreen).release(0, center).commit();
+    QVERIFY(isOpen());
+    QCOMPARE(m_host->reached(), 0);
+    QCOMPARE(m_host->field()->property("text").toString(), QString());
+}
+
+void TestPresentation::followsTheAppearanceExceptForTheBorder()
+{
+    const auto dialog = openDialog();
+    QTRY_VERIFY(isOpen());
+    auto *card = m_host->find("cardView"_L1);
+    const auto border = [card] {
+        return card->property("border").value<QObject *>()->property("color").value<QColor>();
+    };
+    QCOMPARE(card->property("color").value<QColor>(), QColor(Qt::white));
+    const auto borderBefore = border();
+    QCOMPARE(borderBefore, QColor::fromRgbF(0, 0, 0, 0.06F));
+    m_host->view.setProperty("zenvorInterfaceStyle", u"dark"_s);
+    QTRY_COMPARE(card->property("color").value<QColor>(), QColor::fromRgbF(0.14F, 0.15F, 0.18F));
+    QCOMPARE(border(), borderBefore);
+}
+
+void TestPresentation::laysTheCardOutToTheLetter_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("phone") << QSize(390, 844);
+    QTest::newRow("phone on its side") << QSize(844, 390);
+    QTest::newRow("tablet") << QSize(820, 1180);
+}
+
+void TestPresentation::laysTheCardOutToTheLetter()
+{
+    QFETCH(const QSize, size);
+    const auto dialog = openDialog();
+    QTRY_VERIFY(isOpen());
+    m_host->view.resize(size); // while it is open
+    QTRY_COMPARE(m_host->find("categoryDialog"_L1)->width(), qreal(size.width()));
+    const auto rect = [this](QLatin1StringView name) {
+        auto *item = m_host->find(name);
+        return item->mapRectToScene({0, 0, item->width(), item->height()});
+    };
+    QTRY_COMPARE(rect("cardView"_L1).width(), size.width() - 40.0);
+    const auto card = rect("cardView"_L1);
+    QCOMPARE(card.left(), 20.0);
+    QCOMPARE(card.center().y(), size.height() / 2.0 - 8);
+    const auto bug = rect("reportBugRow"_L1);
+    QCOMPARE(bug.top() - card.top(), 18.0 + 50 + 12);
+    QVERIFY(bug.height() >= 82);
+    const auto improvement = rect("suggestImprovementRow"_L1);
+    QCOMPARE(improvement.top() - bug.bottom(), 1 / m_host->view.devicePixelRatio());
+    const auto cancel = rect("cancelButton"_L1);
+    QCOMPARE(cancel.height(), 54.0);
+    QCOMPARE(cancel.bottom(), card.bottom());
+    QCOMPARE(rect("blurView"_L1), QRectF({0, 0}, size));
+}
+
+void TestPresentation::survivesTheEndOfTheHostsWindow()
+{
+    LogRecorder log;
+    for (int i = 0; i < 2; ++i) { // the guard is cleared
+        open();
+        m_host = std::make_unique<Host>();
+        QVERIFY(QTest::qWaitForWindowActive(&m_host->view));
+        QTRY_COMPARE(keyWindow(), &m_host->view);
+    }
+    QCOMPARE(log.lines().count(dialogOpened), 2);
+    QVERIFY(!log.lines().contains(skipped));
+    QVERIFY(!log.lines().contains(cancelled));
+}
+
+int main(int argc, char **argv)
+{
+    const QTemporaryDir data;
+    qputenv("XDG_DATA_HOME", data.path().toLocal8Bit());
+    QGuiApplication::setDesktopFileName(TestService::bundleId());
+    QGuiApplication application(argc, argv);
+    TestPresentation test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_presentation.moc"
