@@ -1,6 +1,7 @@
 #include "client/feedback_category.h"
 #include "platform/window.h"
 #include "support/log_recorder.h"
+#include "support/quick_host.h"
 #include "support/test_service.h"
 #include "ui/category_dialog_view_controller.h"
 #include "ui/quick_presenter.h"
@@ -9,13 +10,12 @@
 #include <zenvor/shake.h>
 #include <zenvor/zenvor.h>
 
-#include <QQuickItem>
-#include <QQuickView>
 #include <QTest>
 
 using namespace zenvor;
 using namespace Qt::StringLiterals;
 using test::LogRecorder;
+using test::QuickHost;
 using test::TestService;
 
 namespace {
@@ -24,63 +24,6 @@ const auto requested = u"info Zenvor: Manual/automatic present requested."_s;
 const auto skipped = u"info Zenvor: Presentation skipped: already presenting."_s;
 const auto dialogOpened = u"info Zenvor: Presenting category dialog."_s;
 const auto cancelled = u"info Zenvor: Category dialog cancelled."_s;
-
-/// A host whose window is full of what must not be reached.
-class Host
-{
-public:
-    Host()
-    {
-        view.resize(390, 844);
-        view.setResizeMode(QQuickView::SizeRootObjectToView);
-        QQmlComponent component(view.engine());
-        component.setData(R"(
-            import QtQuick
-            Rectangle {
-                property int reached: 0
-                color: "steelblue"
-                focus: true
-                Keys.onPressed: ++reached
-                MouseArea { anchors.fill: parent; hoverEnabled: true; onPressed: parent.reached++; onWheel: parent.reached++ }
-                TextInput { objectName: "field"; width: 100; height: 20; text: "" }
-                Shortcut { sequence: "Ctrl+K"; context: Qt.ApplicationShortcut; onActivated: parent.reached++ }
-            })"_ba,
-                          {});
-        view.setContent({}, &component, component.create());
-        field()->forceActiveFocus();
-        view.show();
-        view.requestActivate();
-    }
-
-    QQuickItem *field() const { return find("field"_L1); }
-    int reached() const { return view.rootObject()->property("reached").toInt(); }
-
-    /// The first item of that name that can be seen.
-    QQuickItem *find(QLatin1StringView name) const { return find(name, view.contentItem()); }
-
-    void tap(QLatin1StringView name)
-    {
-        auto *item = find(name);
-        QVERIFY2(item, name.data());
-        const QPointF center = item->mapToScene({item->width() / 2, item->height() / 2});
-        QTest::mouseClick(&view, Qt::LeftButton, {}, center.toPoint());
-    }
-
-    QQuickView view;
-
-private:
-    static QQuickItem *find(QLatin1StringView name, QQuickItem *item)
-    {
-        if (item->objectName() == name && item->isVisible())
-            return item;
-        const auto children = item->childItems();
-        for (auto *child : children) {
-            if (auto *found = find(name, child))
-                return found;
-        }
-        return nullptr;
-    }
-};
 
 } // namespace
 
@@ -112,7 +55,7 @@ private:
     std::shared_ptr<CategoryDialogViewController> openDialog();
 
     TestService m_service;
-    std::unique_ptr<Host> m_host;
+    std::unique_ptr<QuickHost> m_host;
 };
 
 void TestPresentation::initTestCase()
@@ -123,7 +66,7 @@ void TestPresentation::initTestCase()
 
 void TestPresentation::init()
 {
-    m_host = std::make_unique<Host>();
+    m_host = std::make_unique<QuickHost>();
     QVERIFY(QTest::qWaitForWindowActive(&m_host->view));
     QTRY_COMPARE(keyWindow(), &m_host->view);
 }
@@ -318,7 +261,7 @@ void TestPresentation::survivesTheEndOfTheHostsWindow()
     LogRecorder log;
     for (int i = 0; i < 2; ++i) { // the guard is cleared
         open();
-        m_host = std::make_unique<Host>();
+        m_host = std::make_unique<QuickHost>();
         QVERIFY(QTest::qWaitForWindowActive(&m_host->view));
         QTRY_COMPARE(keyWindow(), &m_host->view);
     }

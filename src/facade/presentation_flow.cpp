@@ -3,6 +3,7 @@
 #include "capture/screenshot_capturer.h"
 #include "platform/window.h"
 #include "ui/category_dialog_view_controller.h"
+#include "ui/feedback_view_controller.h"
 #include "ui/quick_presenter.h"
 
 #include <algorithm>
@@ -13,24 +14,26 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// What the host has handed in, sorted into what the screens take.
-void takeAttachments(QList<PendingAttachment> pending, PresentedItems &items)
+// What the host has handed in, sorted into what the form takes.
+FormAttachments sorted(QList<PendingAttachment> pending)
 {
+    FormAttachments attachments;
     const auto chosen = std::find_if(pending.cbegin(), pending.cend(), [](const auto &attachment) {
         return attachment.kind == "screenshot"_L1;
     });
     if (chosen != pending.cend()) {
         if (!chosen->previewImage.isNull())
-            items.screenshot = chosen->previewImage;
-        items.screenshotData = chosen->data;
-        items.screenshotMimeType = chosen->mimeType;
+            attachments.currentScreenshot = chosen->previewImage;
+        attachments.currentScreenshotData = chosen->data;
+        attachments.currentScreenshotMimeType = chosen->mimeType;
         pending.erase(chosen);
     }
-    if (!items.screenshot)
-        items.screenshot = ScreenshotCapturer::captureCurrentWindow();
+    if (!attachments.currentScreenshot)
+        attachments.currentScreenshot = ScreenshotCapturer::captureCurrentWindow();
     for (auto &attachment : pending)
-        items.additionalAttachments.append(
+        attachments.additionalAttachments.append(
             {std::move(attachment.data), std::move(attachment.mimeType), std::move(attachment.kind)});
+    return attachments;
 }
 
 } // namespace
@@ -53,14 +56,7 @@ void PresentationFlow::presentInternal(const std::optional<ZenvorConfiguration> 
         return;
     }
     m_isPresenting = true;
-    PresentedItems items{.configuration = *configuration,
-                         .reportClient = *reportClient,
-                         .presenter = presenter,
-                         .screenshot = {},
-                         .screenshotData = {},
-                         .screenshotMimeType = {},
-                         .additionalAttachments = {}};
-    takeAttachments(pendingAttachments.take(), items);
+    PresentedItems items{*configuration, *reportClient, presenter, sorted(pendingAttachments.take())};
     m_logger.info("Presenting category dialog."_L1);
     presentCategoryDialog(std::move(items));
 }
@@ -92,9 +88,18 @@ void PresentationFlow::presentCategoryDialog(PresentedItems items)
         m_isPresenting = false; // nothing is on screen that could clear it
 }
 
-void PresentationFlow::presentFeedbackSheet(FeedbackCategory, PresentedItems)
+void PresentationFlow::presentFeedbackSheet(FeedbackCategory category, PresentedItems items)
 {
-    m_isPresenting = false;
+    const auto end = [this] {
+        m_isPresenting = false;
+    };
+    const auto form = std::make_shared<FeedbackViewController>(std::move(items.configuration),
+                                                               std::move(items.reportClient), category,
+                                                               std::move(items.attachments), end);
+    form->onHostLost = end;
+    m_logger.info("Presenting feedback sheet for category."_L1);
+    if (!form->present(QuickPresenter::shared(), ModalPresentationStyle::PageSheet, true, items.presenter))
+        end();
 }
 
 } // namespace zenvor

@@ -2,11 +2,10 @@
 
 #include "client/feedback_category.h"
 #include "client/report_client.h"
-#include "client/report_upload_attachment.h"
 #include "facade/pending_attachments.h"
 #include "platform/logger.h"
+#include "ui/form_attachments.h"
 
-#include <QImage>
 #include <QPointer>
 #include <QWindow>
 
@@ -20,10 +19,7 @@ struct PresentedItems
     ZenvorConfiguration configuration;
     ReportClient reportClient;
     QPointer<QWindow> presenter; ///< the window that the screens lie over
-    std::optional<QImage> screenshot;
-    std::optional<QByteArray> screenshotData;
-    std::optional<QString> screenshotMimeType;
-    QList<ReportUploadAttachment> additionalAttachments;
+    FormAttachments attachments;
 };
 
 /// The screens of one flow, one after the other, and the guard that there is one flow at a time. Main thread;

@@ -6,23 +6,27 @@ Presenter::~Presenter() = default;
 
 bool ViewController::present(Presenter &presenter, ModalPresentationStyle style, bool animated, QWindow *host)
 {
+    m_presenter = &presenter;
     m_screen = presenter.show(shared_from_this(), style, animated, host);
     return m_screen;
+}
+
+void ViewController::presentOver(const std::shared_ptr<ViewController> &screen, ModalPresentationStyle style)
+{
+    if (m_screen)
+        screen->present(*m_presenter, style, true, m_screen->hostWindow());
 }
 
 void ViewController::dismiss(bool animated, std::function<void()> completion)
 {
     if (!m_screen)
         return;
-    m_screen->dismiss(animated, [self = weak_from_this(), completion = std::move(completion)] {
+    auto *const screen = m_screen.data();
+    m_screen.clear();
+    screen->dismiss(animated, [self = weak_from_this(), completion = std::move(completion)] {
         if (const auto alive = self.lock(); alive && completion)
             completion();
     });
-}
-
-QWindow *ViewController::hostWindow() const
-{
-    return m_screen ? m_screen->hostWindow() : nullptr;
 }
 
 } // namespace zenvor

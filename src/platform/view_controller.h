@@ -60,17 +60,19 @@ public:
     bool present(Presenter &presenter, ModalPresentationStyle style, bool animated, QWindow *host);
 
     /// Takes this screen away, and calls \a completion when it is gone if this object then still exists.
-    /// Nothing if it is not shown.
+    /// Nothing if it is not shown, or going already.
     void dismiss(bool animated, std::function<void()> completion);
 
     /// The user wants to leave: by Esc, by Back, or by the window manager.
     Q_INVOKABLE virtual void leave() = 0;
 
 protected:
-    QWindow *hostWindow() const;
+    /// Shows \a screen over this one, animated. Nothing once this one is gone or going.
+    void presentOver(const std::shared_ptr<ViewController> &screen, ModalPresentationStyle style);
 
 private:
-    QPointer<PresentedScreen> m_screen;
+    Presenter *m_presenter = nullptr;
+    QPointer<PresentedScreen> m_screen; // until it is dismissed
 };
 
 } // namespace zenvor

@@ -3,7 +3,6 @@
 #include "platform/window.h"
 
 #include <QEvent>
-#include <QFontDatabase>
 #include <QGuiApplication>
 #include <QQmlEngine>
 #include <QQuickWindow>
@@ -35,11 +34,6 @@ void Appearance::follow(QWindow *window)
         connect(quickWindow, &QQuickWindow::colorChanged, this, &Appearance::update);
     connect(window, &QWindow::screenChanged, this, &Appearance::update);
     update();
-}
-
-QString Appearance::fontFamily() const
-{
-    return QFontDatabase::systemFont(QFontDatabase::GeneralFont).family();
 }
 
 bool Appearance::eventFilter(QObject *watched, QEvent *event)

@@ -10,7 +10,7 @@ class QQmlEngine;
 
 namespace zenvor {
 
-/// What the screens look like: light or dark as the host's window is, at every moment, in the system's font.
+/// What the screens look like: light or dark as the host's window is, at every moment.
 class Appearance : public QObject
 {
     Q_OBJECT
@@ -18,7 +18,6 @@ class Appearance : public QObject
     QML_SINGLETON
     Q_PROPERTY(bool isDark READ isDark NOTIFY changed)
     Q_PROPERTY(qreal devicePixelRatio READ devicePixelRatio NOTIFY changed)
-    Q_PROPERTY(QString fontFamily READ fontFamily CONSTANT)
 
 public:
     static Appearance &shared();
@@ -30,7 +29,6 @@ public:
 
     bool isDark() const { return m_isDark; }
     qreal devicePixelRatio() const { return m_devicePixelRatio; }
-    QString fontFamily() const;
 
 Q_SIGNALS:
     void changed();

@@ -1,5 +1,6 @@
 #include "resources/symbol_paths.h"
 
+#include <QLineF>
 #include <QPainterPathStroker>
 
 #include <initializer_list>
@@ -69,6 +70,35 @@ QPainterPath megaphone()
     return horn.united(handle).united(stroked(sound, 1.4));
 }
 
+QPainterPath xmark()
+{
+    auto lines = polyline({{4.5, 4.5}, {19.5, 19.5}});
+    lines.addPath(polyline({{19.5, 4.5}, {4.5, 19.5}}));
+    return stroked(lines, 3.2);
+}
+
+QPainterPath paperplane()
+{
+    auto left = polyline({{1.6, 10.4}, {21.4, 2.0}, {8.0, 14.2}});
+    left.closeSubpath();
+    auto right = polyline({{9.8, 15.6}, {22.6, 3.2}, {14.2, 22.4}});
+    right.closeSubpath();
+    return stroked(left, 1).united(left).united(stroked(right, 1)).united(right);
+}
+
+// A ring of bars, each a little longer than the one before it.
+QPainterPath rays()
+{
+    constexpr int count = 8;
+    QPainterPath lines;
+    for (int i = 0; i < count; ++i) {
+        const auto direction = QLineF::fromPolar(1, i * 360.0 / count).p2();
+        const QPointF center(12, 12);
+        lines.addPath(polyline({center + direction * (8.5 - i * 0.4), center + direction * 10.5}));
+    }
+    return stroked(lines, 2);
+}
+
 } // namespace
 
 QPainterPath symbolPath(const QString &name)
@@ -77,6 +107,16 @@ QPainterPath symbolPath(const QString &name)
         return ladybug();
     if (name == "megaphone.fill"_L1)
         return megaphone();
+    if (name == "xmark"_L1)
+        return xmark();
+    if (name == "paperplane.fill"_L1)
+        return paperplane();
+    if (name == "chevron.down"_L1)
+        return stroked(polyline({{3.5, 8}, {12, 16.5}, {20.5, 8}}), 3);
+    if (name == "checkmark"_L1)
+        return stroked(polyline({{4, 13}, {9.5, 19}, {20, 5}}), 3);
+    if (name == "rays"_L1)
+        return rays();
     return {};
 }
 

@@ -64,7 +64,7 @@ public:
 
     void dismiss(bool animated, std::function<void()> completion) override
     {
-        if (m_isDismissed)
+        if (m_isDismissed || m_hasFinished)
             return;
         m_isDismissed = true;
         m_completion = std::move(completion);
@@ -156,8 +156,9 @@ PresentedScreen *QuickPresenter::show(std::shared_ptr<ViewController> screen, Mo
     QVariantMap properties{{u"controller"_s, QVariant::fromValue(screen.get())}};
     if (style == ModalPresentationStyle::OverFullScreen)
         properties.insert(u"backdrop"_s, blurred(captureWindow(window)));
-    auto overlay =
-        create(qmlEngine, u"Overlay"_s, {{u"parent"_s, QVariant::fromValue(window->contentItem())}});
+    auto overlay = create(qmlEngine, u"Overlay"_s,
+                          {{u"parent"_s, QVariant::fromValue(window->contentItem())},
+                           {u"slides"_s, style == ModalPresentationStyle::PageSheet}});
     auto view = create(qmlEngine, screen->viewName(), properties);
     auto *viewItem = qobject_cast<QQuickItem *>(view.get());
     if (!overlay || !viewItem)

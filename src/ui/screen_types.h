@@ -1,6 +1,8 @@
 #pragma once
 
+#include "ui/alert_view_controller.h"
 #include "ui/category_dialog_view_controller.h"
+#include "ui/feedback_view_controller.h"
 
 #include <QtQml/qqml.h>
 
@@ -13,6 +15,22 @@ struct CategoryDialogViewControllerType
     QML_FOREIGN(zenvor::CategoryDialogViewController)
     QML_NAMED_ELEMENT(CategoryDialogViewController)
     QML_UNCREATABLE("made by the flow")
+};
+
+struct FeedbackViewControllerType
+{
+    Q_GADGET
+    QML_FOREIGN(zenvor::FeedbackViewController)
+    QML_NAMED_ELEMENT(FeedbackViewController)
+    QML_UNCREATABLE("made by the flow")
+};
+
+struct AlertViewControllerType
+{
+    Q_GADGET
+    QML_FOREIGN(zenvor::AlertViewController)
+    QML_NAMED_ELEMENT(AlertViewController)
+    QML_UNCREATABLE("made by the screens")
 };
 
 } // namespace zenvor

@@ -1,7 +1,6 @@
 pragma Singleton
 import QtQuick
 import Zenvor.Resources
-import Zenvor.Screens
 
 QtObject {
     readonly property color card: Appearance.isDark ? Qt.rgba(0.14, 0.15, 0.18, 1) : "#ffffff"

@@ -6,6 +6,7 @@ T.Popup {
     id: root
 
     property bool isAnimated: true
+    property bool slides: false // up from below, and not out of the dark
 
     width: parent ? parent.width : 0
     height: parent ? parent.height : 0
@@ -15,8 +16,8 @@ T.Popup {
     focus: true
     closePolicy: T.Popup.NoAutoClose
 
-    enter: isAnimated ? fadeIn : null
-    exit: isAnimated ? fadeOut : null
+    enter: isAnimated ? (slides ? slideIn : fadeIn) : null
+    exit: isAnimated ? (slides ? slideOut : fadeOut) : null
 
     Transition {
         id: fadeIn
@@ -25,5 +26,13 @@ T.Popup {
     Transition {
         id: fadeOut
         NumberAnimation { property: "opacity"; to: 0; duration: 200 }
+    }
+    Transition {
+        id: slideIn
+        NumberAnimation { property: "y"; from: root.height; to: 0; duration: 300; easing.type: Easing.OutCubic }
+    }
+    Transition {
+        id: slideOut
+        NumberAnimation { property: "y"; to: root.height; duration: 250; easing.type: Easing.InCubic }
     }
 }

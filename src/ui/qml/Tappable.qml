@@ -1,6 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
-import Zenvor.Screens
+import Zenvor.Resources
 
 // What can be tapped: by touch, mouse, keyboard or an assistive tool.
 T.AbstractButton {

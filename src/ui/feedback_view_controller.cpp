@@ -1,0 +1,236 @@
+#include "ui/feedback_view_controller.h"
+
+#include "client/report_client_error.h"
+#include "deviceinfo/device_info_provider.h"
+#include "resources/string_table.h"
+#include "ui/alert_view_controller.h"
+#include "ui/form_texts.h"
+#include "ui/send_error_message.h"
+
+namespace zenvor {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr BugOccurrenceFrequency frequencies[] = {
+    BugOccurrenceFrequency::FirstTime, BugOccurrenceFrequency::FewTimes, BugOccurrenceFrequency::SeveralTimes,
+    BugOccurrenceFrequency::ManyTimes, BugOccurrenceFrequency::AlmostEveryTime};
+
+// Whether the service refuses the token for this app. A check that cannot be made refuses nothing.
+Task<bool> isTokenRefused(ReportClient client, QString bundleId)
+{
+    bool isRefused = false;
+    try {
+        const auto result = co_await client.validateToken(std::move(bundleId));
+        isRefused = result == TokenBundleValidationResult::BundleMismatch;
+    } catch (const ReportClientError &error) {
+        isRefused = error.kind() == ReportClientError::Kind::InvalidToken;
+    } catch (const std::exception &) {
+        isRefused = false;
+    }
+    co_return isRefused;
+}
+
+// The description of the failure, or nothing.
+Task<std::optional<QString>> submit(ReportClient client, FeedbackReportPayload payload,
+                                    QList<ReportUploadAttachment> attachments)
+{
+    std::optional<QString> failure;
+    try {
+        co_await client.submit(std::move(payload), std::move(attachments));
+    } catch (const std::exception &error) {
+        failure = localizedDescription(error);
+    }
+    co_return failure;
+}
+
+} // namespace
+
+FeedbackViewController::FeedbackViewController(ZenvorConfiguration configuration, ReportClient reportClient,
+                                               FeedbackCategory category, FormAttachments attachments,
+                                               std::function<void()> onDismiss)
+    : m_configuration(std::move(configuration))
+    , m_reportClient(std::move(reportClient))
+    , m_onDismiss(std::move(onDismiss))
+    , m_attachments(std::move(attachments))
+{
+    m_draft.category = category;
+}
+
+QString FeedbackViewController::sheetTitle() const
+{
+    return zenvor::sheetTitle(m_draft.category);
+}
+
+QString FeedbackViewController::messagePlaceholder() const
+{
+    return zenvor::messagePlaceholder(m_draft.category);
+}
+
+QStringList FeedbackViewController::occurrenceFrequencies() const
+{
+    QStringList titles;
+    for (const auto frequency : frequencies)
+        titles.append(title(frequency));
+    return titles;
+}
+
+void FeedbackViewController::setSelectedOccurrenceFrequency(int index)
+{
+    if (index < 0 || index >= int(std::size(frequencies)))
+        return;
+    m_draft.occurrenceFrequency = frequencies[index];
+    Q_EMIT changed();
+}
+
+void FeedbackViewController::setMessage(const QString &message)
+{
+    if (m_draft.message == message)
+        return;
+    m_draft.message = message;
+    Q_EMIT changed();
+}
+
+void FeedbackViewController::setEmail(const QString &email)
+{
+    if (m_draft.email == email)
+        return;
+    m_draft.email = email;
+    Q_EMIT changed();
+}
+
+QVariant FeedbackViewController::screenshot() const
+{
+    return m_attachments.currentScreenshot ? QVariant(*m_attachments.currentScreenshot) : QVariant();
+}
+
+void FeedbackViewController::textViewDidBeginEditing()
+{
+    m_isMessagePlaceholderVisible = false;
+    Q_EMIT changed();
+}
+
+void FeedbackViewController::textViewDidEndEditing()
+{
+    m_isMessagePlaceholderVisible = m_draft.message.trimmed().isEmpty();
+    if (m_isMessagePlaceholderVisible)
+        m_draft.message.clear();
+    Q_EMIT changed();
+}
+
+void FeedbackViewController::contactToggleTapped()
+{
+    m_draft.allowContact = !m_draft.allowContact;
+    Q_EMIT changed();
+}
+
+void FeedbackViewController::doneTapped()
+{
+    Q_EMIT endEditing();
+}
+
+void FeedbackViewController::removeScreenshotTapped()
+{
+    m_attachments.removeScreenshot();
+    Q_EMIT attachmentsChanged();
+}
+
+void FeedbackViewController::removeAdditionalAttachment(int index)
+{
+    m_attachments.removeAdditionalAttachment(index);
+    Q_EMIT attachmentsChanged();
+}
+
+void FeedbackViewController::sendTapped()
+{
+    if (m_isSending)
+        return;
+    Q_EMIT endEditing();
+    auto payload =
+        makeFeedbackReportPayload(m_draft, m_configuration.token(), DeviceInfoProvider::makeDeviceInfo(),
+                                  DeviceInfoProvider::makeAppInfo(), QDateTime::currentDateTimeUtc());
+    if (!payload || m_isMessagePlaceholderVisible) {
+        showAlert(localizedString("zenvor_missing_field_title"_ba, u"Missing Field"_s),
+                  localizedString("zenvor_missing_description"_ba, u"Description is required."_s));
+        return;
+    }
+    setSendingState(true);
+    send(std::move(*payload), m_attachments.uploads()); // detached: it catches everything
+}
+
+Task<> FeedbackViewController::send(FeedbackReportPayload payload, QList<ReportUploadAttachment> attachments)
+{
+    const auto keepAlive = shared_from_this(); // the send outlives the sheet
+    const bool isRefused = co_await isTokenRefused(m_reportClient, payload.app.bundleId);
+    if (isRefused) {
+        setSendingState(false);
+        showTokenAlert();
+        co_return;
+    }
+    const auto failure = co_await submit(m_reportClient, std::move(payload), std::move(attachments));
+    setSendingState(false);
+    if (failure)
+        showAlert(localizedString("zenvor_failed_to_send"_ba, u"Failed to Send"_s),
+                  userFacingSendErrorMessage(*failure));
+    else
+        showSuccessAndClose();
+}
+
+void FeedbackViewController::setSendingState(bool sending)
+{
+    m_isSending = sending;
+    Q_EMIT changed();
+}
+
+void FeedbackViewController::showAlert(const QString &title, const QString &message,
+                                       std::function<void()> onOk)
+{
+    presentOver(std::make_shared<AlertViewController>(title, message, std::move(onOk)),
+                ModalPresentationStyle::Alert);
+}
+
+void FeedbackViewController::showTokenAlert()
+{
+    showAlert(localizedString("zenvor_token_configuration_title"_ba, u"Zenvor Token Error"_s),
+              localizedString(
+                  "zenvor_token_configuration_message"_ba,
+                  u"Feedback is unavailable. Please check SDK token configuration in Zenvor dashboard."_s));
+}
+
+void FeedbackViewController::showSuccessAndClose()
+{
+    showAlert(localizedString("zenvor_success_title"_ba, u"Thank You"_s),
+              localizedString("zenvor_success_message"_ba, u"Your report has been received."_s),
+              [self = weak_from_this()] {
+                  if (const auto form = std::static_pointer_cast<FeedbackViewController>(self.lock()))
+                      form->close();
+              });
+}
+
+void FeedbackViewController::closeTapped()
+{
+    Q_EMIT endEditing();
+    close();
+}
+
+void FeedbackViewController::close()
+{
+    dismiss(true, [this] {
+        if (m_onDismiss)
+            m_onDismiss();
+    });
+}
+
+void FeedbackViewController::swipedAway()
+{
+    dismiss(true, {});
+}
+
+void FeedbackViewController::leave()
+{
+    if (!m_isSending)
+        closeTapped();
+}
+
+} // namespace zenvor

@@ -1,0 +1,93 @@
+#pragma once
+
+#include "client/feedback_report.h"
+#include "client/report_client.h"
+#include "platform/view_controller.h"
+#include "ui/form_attachments.h"
+
+#include <QStringList>
+
+namespace zenvor {
+
+/// The form: what the user has filled in, and the sending of it. For one presentation. All that is typed is
+/// lost when it goes.
+class FeedbackViewController : public ViewController
+{
+    Q_OBJECT
+    Q_PROPERTY(QString sheetTitle READ sheetTitle CONSTANT)
+    Q_PROPERTY(QString messagePlaceholder READ messagePlaceholder CONSTANT)
+    Q_PROPERTY(bool isBug READ isBug CONSTANT)
+    Q_PROPERTY(QStringList occurrenceFrequencies READ occurrenceFrequencies CONSTANT)
+    Q_PROPERTY(int selectedOccurrenceFrequency READ selectedOccurrenceFrequency WRITE
+                   setSelectedOccurrenceFrequency NOTIFY changed)
+    Q_PROPERTY(QString message READ message WRITE setMessage NOTIFY changed)
+    Q_PROPERTY(bool isMessagePlaceholderVisible READ isMessagePlaceholderVisible NOTIFY changed)
+    Q_PROPERTY(QString email READ email WRITE setEmail NOTIFY changed)
+    Q_PROPERTY(bool allowsContact READ allowsContact NOTIFY changed)
+    Q_PROPERTY(bool isSending READ isSending NOTIFY changed)
+    Q_PROPERTY(QVariant screenshot READ screenshot NOTIFY attachmentsChanged)
+    Q_PROPERTY(QString helperText READ helperText NOTIFY attachmentsChanged)
+    Q_PROPERTY(QString addMediaTitle READ addMediaTitle NOTIFY attachmentsChanged)
+
+public:
+    /// \a onDismiss is called once when the form has closed itself: at the close button, or after a report
+    /// was sent. Not when it was swiped away.
+    FeedbackViewController(ZenvorConfiguration configuration, ReportClient reportClient,
+                           FeedbackCategory category, FormAttachments attachments,
+                           std::function<void()> onDismiss);
+
+    QString viewName() const override { return QStringLiteral("FeedbackSheet"); }
+
+    QString sheetTitle() const;
+    QString messagePlaceholder() const;
+    bool isBug() const { return m_draft.category == FeedbackCategory::Bug; }
+    QStringList occurrenceFrequencies() const;
+    int selectedOccurrenceFrequency() const { return int(m_draft.occurrenceFrequency); }
+    void setSelectedOccurrenceFrequency(int index);
+    QString message() const { return m_draft.message; }
+    void setMessage(const QString &message);
+    bool isMessagePlaceholderVisible() const { return m_isMessagePlaceholderVisible; }
+    QString email() const { return m_draft.email; }
+    void setEmail(const QString &email);
+    bool allowsContact() const { return m_draft.allowContact; }
+    bool isSending() const { return m_isSending; }
+    QVariant screenshot() const;
+    QString helperText() const { return m_attachments.helperText(); }
+    QString addMediaTitle() const { return m_attachments.addMediaTitle(); }
+
+    Q_INVOKABLE void sendTapped();
+    Q_INVOKABLE void closeTapped();
+    Q_INVOKABLE void contactToggleTapped();
+    Q_INVOKABLE void doneTapped();
+    Q_INVOKABLE void removeScreenshotTapped();
+    Q_INVOKABLE void removeAdditionalAttachment(int index);
+    Q_INVOKABLE void textViewDidBeginEditing();
+    Q_INVOKABLE void textViewDidEndEditing();
+    /// The sheet was swiped down. A report that is being sent still is.
+    Q_INVOKABLE void swipedAway();
+    Q_INVOKABLE void leave() override;
+
+Q_SIGNALS:
+    void changed();
+    void attachmentsChanged();
+    /// Every field is to let go of the keyboard, at once.
+    void endEditing();
+
+private:
+    Task<> send(FeedbackReportPayload payload, QList<ReportUploadAttachment> attachments);
+    void setSendingState(bool sending);
+    void showAlert(const QString &title, const QString &message, std::function<void()> onOk = {});
+    void showTokenAlert();
+    void showSuccessAndClose();
+    void close();
+
+    const ZenvorConfiguration m_configuration;
+    const ReportClient m_reportClient;
+    const std::function<void()> m_onDismiss;
+    FeedbackDraft m_draft;
+    FormAttachments m_attachments;
+    bool m_isMessagePlaceholderVisible = true;
+    bool m_isSending = false;
+};
+
+} // namespace zenvor

@@ -1,0 +1,81 @@
+#include "ui/form_attachments.h"
+
+#include "platform/image.h"
+#include "resources/string_table.h"
+
+namespace zenvor {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double jpegQuality = 0.72;
+
+QString normalizedScreenshotMimeType(const std::optional<QString> &mimeType)
+{
+    const auto known = mimeType.value_or(QString()).trimmed().toLower();
+    return known == "image/png"_L1 || known == "image/webp"_L1 ? known : u"image/jpeg"_s;
+}
+
+} // namespace
+
+int FormAttachments::usedCount() const
+{
+    return int(additionalAttachments.size()) + (currentScreenshot ? 1 : 0);
+}
+
+std::optional<ReportUploadAttachment> FormAttachments::resolvedScreenshotUploadPayload()
+{
+    if (!currentScreenshot) {
+        removeScreenshot();
+        return std::nullopt;
+    }
+    if (!currentScreenshotData || currentScreenshotData->isEmpty()) {
+        auto data = encodeJpeg(*currentScreenshot, jpegQuality);
+        if (!data || data->isEmpty())
+            return std::nullopt;
+        currentScreenshotData = std::move(data);
+        currentScreenshotMimeType = u"image/jpeg"_s;
+    }
+    return ReportUploadAttachment{*currentScreenshotData,
+                                  normalizedScreenshotMimeType(currentScreenshotMimeType), u"screenshot"_s};
+}
+
+QList<ReportUploadAttachment> FormAttachments::uploads()
+{
+    auto all = additionalAttachments;
+    if (auto screenshot = resolvedScreenshotUploadPayload())
+        all.prepend(std::move(*screenshot));
+    return all;
+}
+
+void FormAttachments::removeScreenshot()
+{
+    currentScreenshot.reset();
+    currentScreenshotData.reset();
+    currentScreenshotMimeType.reset();
+}
+
+void FormAttachments::removeAdditionalAttachment(qsizetype index)
+{
+    if (index >= 0 && index < additionalAttachments.size())
+        additionalAttachments.removeAt(index);
+}
+
+QString FormAttachments::helperText() const
+{
+    const auto helper = localizedString("zenvor_screenshot_helper"_ba,
+                                        u"You can edit the screenshot and add photos/videos from gallery."_s);
+    if (additionalAttachments.isEmpty())
+        return helper;
+    return helper + u'\n'
+        + localizedString("zenvor_media_extra_selected_with_total"_ba, u"Selected extra media: %d (%d/%d)."_s,
+                          {additionalAttachments.size(), usedCount(), limit});
+}
+
+QString FormAttachments::addMediaTitle() const
+{
+    return localizedString("zenvor_add_media_with_count"_ba, u"Add Media (%d/%d)"_s, {usedCount(), limit});
+}
+
+} // namespace zenvor

@@ -1,0 +1,17 @@
+pragma Singleton
+import QtQuick
+import Zenvor.Resources
+
+QtObject {
+    readonly property color card: Appearance.isDark ? "#1c1c1e" : "#ffffff"
+    readonly property color dim: Qt.rgba(0, 0, 0, 0.2)
+    readonly property font titleFont: Fonts.make(17, Font.DemiBold)
+    readonly property font messageFont: Fonts.make(13, Font.Normal)
+    readonly property font buttonFont: Fonts.make(17, Font.DemiBold)
+    readonly property real width: 270
+    readonly property real radius: 14
+    readonly property real padding: 16
+    readonly property real margin: 20
+    readonly property real gap: 4
+    readonly property real buttonHeight: 44
+}

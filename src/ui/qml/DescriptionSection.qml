@@ -1,0 +1,75 @@
+import QtQuick
+import QtQuick.Templates as T
+import Zenvor.Resources
+import Zenvor.Screens
+
+Rectangle {
+    id: root
+
+    required property FeedbackViewController controller
+
+    implicitHeight: box.y + box.height + SheetTheme.descriptionBottom
+    color: SheetTheme.section
+
+    Label {
+        id: title
+        anchors {
+            left: parent.left; leftMargin: SheetTheme.margin
+            right: parent.right; rightMargin: SheetTheme.margin
+            top: parent.top; topMargin: SheetTheme.descriptionTop
+        }
+        text: Texts.text("zenvor_description_title", "Description")
+        font: SheetTypography.sectionTitle
+        color: SheetTheme.primaryText
+        horizontalAlignment: Text.AlignLeft
+    }
+    Flickable {
+        id: box
+        anchors {
+            left: parent.left; leftMargin: SheetTheme.descriptionMargin
+            right: parent.right; rightMargin: SheetTheme.descriptionMargin
+            top: title.bottom; topMargin: SheetTheme.descriptionGap
+        }
+        height: SheetTheme.descriptionHeight
+        clip: true
+        boundsBehavior: Flickable.StopAtBounds
+
+        T.TextArea.flickable: T.TextArea {
+            id: area
+            objectName: "messageTextView"
+            padding: SheetTheme.margin - SheetTheme.descriptionMargin
+            topPadding: SheetTheme.descriptionGap
+            font: SheetTypography.fieldText
+            color: SheetTheme.primaryText
+            selectionColor: SystemColors.blue
+            selectedTextColor: SheetTheme.mediaActionTint
+            selectByMouse: true
+            textFormat: TextEdit.PlainText
+            wrapMode: TextEdit.Wrap
+            readOnly: root.controller.isSending
+            text: root.controller.message
+            onTextChanged: root.controller.message = text
+            onActiveFocusChanged: activeFocus ? root.controller.textViewDidBeginEditing()
+                                              : root.controller.textViewDidEndEditing()
+            KeyNavigation.priority: KeyNavigation.BeforeItem
+            KeyNavigation.tab: nextItemInFocusChain()
+            KeyNavigation.backtab: nextItemInFocusChain(false)
+            Accessible.role: Accessible.EditableText
+            Accessible.name: title.text
+            Accessible.description: placeholder.text
+            Accessible.multiLine: true
+
+            Label {
+                id: placeholder
+                anchors { fill: parent; margins: area.padding; topMargin: area.topPadding }
+                visible: root.controller.isMessagePlaceholderVisible
+                text: root.controller.messagePlaceholder
+                font: area.font
+                color: SheetTheme.secondaryText
+                wrapMode: Text.Wrap
+                horizontalAlignment: Text.AlignLeft
+                Accessible.ignored: true
+            }
+        }
+    }
+}

@@ -1,0 +1,114 @@
+import QtQuick
+import Zenvor.Screens
+
+Screen {
+    id: root
+
+    required property FeedbackViewController controller
+
+    objectName: "feedbackSheet"
+    Accessible.role: Accessible.Dialog
+    Accessible.name: root.controller.sheetTitle
+    onLeaveRequested: {
+        // First what has the keyboard lets go of it.
+        const field = root.Window.activeFocusItem
+        if (field instanceof TextInput || field instanceof TextEdit)
+            root.controller.doneTapped()
+        else
+            root.controller.leave()
+    }
+
+    Component.onCompleted: root.controller.endEditing.connect(rest.forceActiveFocus)
+
+    Item {
+        id: rest // has the keyboard when no control has it
+        focus: true
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        color: SheetTheme.strip
+    }
+
+    Rectangle {
+        id: sheet
+
+        readonly property real swiped: Math.max(swipe.active ? swipe.translation.y : 0, 0)
+
+        anchors { horizontalCenter: parent.horizontalCenter; top: parent.top; topMargin: SheetTheme.topGap + swiped }
+        width: Math.min(parent.width, SheetTheme.greatestWidth)
+        height: parent.height - SheetTheme.topGap + radius // the lower corners are out of sight
+        radius: SheetTheme.cornerRadius
+        color: SheetTheme.background
+
+        MouseArea {
+            anchors.fill: parent
+            onClicked: root.controller.doneTapped()
+        }
+
+        Flickable {
+            objectName: "scrollView"
+            anchors { fill: parent; topMargin: sheet.radius; bottomMargin: sheet.radius }
+            contentWidth: width
+            contentHeight: stack.height
+            clip: true
+            boundsBehavior: Flickable.StopAtBounds
+
+            Column {
+                id: stack
+                width: parent.width
+
+                Header {
+                    width: parent.width
+                    controller: root.controller
+
+                    DragHandler {
+                        id: swipe
+                        target: null
+                        acceptedDevices: PointerDevice.TouchScreen
+                        xAxis.enabled: false
+                        onActiveChanged: {
+                            if (!active && persistentTranslation.y > SheetTheme.swipeDistance)
+                                root.controller.swipedAway()
+                            persistentTranslation = Qt.vector2d(0, 0)
+                        }
+                    }
+                }
+                SheetSeparator { width: parent.width }
+                EmailSection {
+                    width: parent.width
+                    controller: root.controller
+                }
+                SheetSeparator { width: parent.width }
+                DescriptionSection {
+                    width: parent.width
+                    controller: root.controller
+                }
+                SheetSeparator { width: parent.width }
+                OccurrenceFrequencySection {
+                    width: parent.width
+                    visible: root.controller.isBug
+                    controller: root.controller
+                }
+                SheetSeparator {
+                    width: parent.width
+                    visible: root.controller.isBug
+                }
+                ScreenshotSection {
+                    width: parent.width
+                    controller: root.controller
+                }
+                SheetSeparator { width: parent.width }
+                ContactSection {
+                    width: parent.width
+                    controller: root.controller
+                }
+                SheetSeparator { width: parent.width }
+                ActivityRow {
+                    width: parent.width
+                    isActive: root.controller.isSending
+                }
+            }
+        }
+    }
+}

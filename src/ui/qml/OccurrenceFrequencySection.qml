@@ -1,0 +1,143 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import QtQuick.Templates as T
+import Zenvor.Resources
+import Zenvor.Screens
+
+Rectangle {
+    id: root
+
+    required property FeedbackViewController controller
+
+    implicitHeight: button.y + button.height + SheetTheme.frequencyPadding
+    color: SheetTheme.section
+
+    Label {
+        id: title
+        anchors {
+            left: parent.left; leftMargin: SheetTheme.margin
+            right: parent.right; rightMargin: SheetTheme.margin
+            top: parent.top; topMargin: SheetTheme.frequencyPadding
+        }
+        text: Texts.text("zenvor_occurrence_frequency_label", "How often does this happen?")
+        font: SheetTypography.frequencyLabel
+        color: SheetTheme.primaryText
+        horizontalAlignment: Text.AlignLeft
+    }
+    Tappable {
+        id: button
+        objectName: "occurrenceFrequencyButton"
+        anchors {
+            left: parent.left; leftMargin: SheetTheme.margin
+            right: parent.right; rightMargin: SheetTheme.margin
+            top: title.bottom; topMargin: SheetTheme.frequencyGap
+        }
+        height: SheetTheme.frequencyHeight
+        focusRadius: SheetTheme.frequencyRadius
+        text: root.controller.occurrenceFrequencies[root.controller.selectedOccurrenceFrequency]
+        enabled: !root.controller.isSending
+        Accessible.description: title.text
+        onClicked: menu.open()
+
+        background: Rectangle {
+            radius: SheetTheme.frequencyRadius
+            color: SheetTheme.fieldBackground
+            border.width: 1
+            Component.onCompleted: border.color = SheetTheme.cardBorder // stays as it is
+        }
+
+        Label {
+            anchors {
+                left: parent.left; leftMargin: SheetTheme.frequencyPadding
+                right: chevron.left; rightMargin: SheetTheme.frequencyGap
+                verticalCenter: parent.verticalCenter
+            }
+            text: button.text
+            font: SheetTypography.fieldText
+            color: SheetTheme.primaryText
+            opacity: button.enabled ? 1 : SheetTheme.disabledOpacity
+            horizontalAlignment: Text.AlignLeft
+            Accessible.ignored: true
+        }
+        SymbolItem {
+            id: chevron
+            anchors { right: parent.right; rightMargin: SheetTheme.frequencyPadding; verticalCenter: parent.verticalCenter }
+            width: SheetTheme.chevronSize
+            height: SheetTheme.chevronSize
+            name: "chevron.down"
+            color: SheetTheme.secondaryText
+        }
+
+        T.Popup {
+            id: menu
+            y: button.height
+            width: button.width
+            height: choices.count * SheetTheme.menuRowHeight + 2 * padding
+            modal: true
+            dim: false
+            focus: true
+            padding: 1
+            closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
+            onOpened: choices.itemAt(root.controller.selectedOccurrenceFrequency).forceActiveFocus(Qt.PopupFocusReason)
+            onClosed: button.forceActiveFocus(Qt.PopupFocusReason)
+
+            background: Rectangle {
+                radius: SheetTheme.frequencyRadius
+                color: SheetTheme.fieldBackground
+                border { width: 1; color: SheetTheme.controlBorder }
+            }
+
+            Column {
+                Accessible.role: Accessible.PopupMenu
+
+                Repeater {
+                    id: choices
+                    model: root.controller.occurrenceFrequencies
+
+                    Tappable {
+                        id: choice
+
+                        required property int index
+                        required property string modelData
+
+                        objectName: "occurrenceFrequencyChoice"
+                        width: button.width - 2
+                        height: SheetTheme.menuRowHeight
+                        focusRadius: SheetTheme.frequencyRadius
+                        text: modelData
+                        Accessible.role: Accessible.RadioButton
+                        Accessible.checked: index === root.controller.selectedOccurrenceFrequency
+                        Keys.onDownPressed: nextItemInFocusChain().forceActiveFocus(Qt.TabFocusReason)
+                        Keys.onUpPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
+                        onClicked: {
+                            root.controller.selectedOccurrenceFrequency = index
+                            menu.close()
+                        }
+
+                        Label {
+                            anchors {
+                                left: parent.left; leftMargin: SheetTheme.frequencyPadding
+                                right: mark.left; rightMargin: SheetTheme.frequencyGap
+                                verticalCenter: parent.verticalCenter
+                            }
+                            text: choice.text
+                            font: SheetTypography.fieldText
+                            color: SheetTheme.primaryText
+                            horizontalAlignment: Text.AlignLeft
+                            Accessible.ignored: true
+                        }
+                        SymbolItem {
+                            id: mark
+                            anchors { right: parent.right; rightMargin: SheetTheme.frequencyPadding; verticalCenter: parent.verticalCenter }
+                            width: SheetTheme.checkSymbolSize
+                            height: SheetTheme.checkSymbolSize
+                            visible: choice.index === root.controller.selectedOccurrenceFrequency
+                            name: "checkmark"
+                            color: SheetTheme.accent
+                        }
+                    }
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,60 @@
+import QtQuick
+import Zenvor.Resources
+import Zenvor.Screens
+
+Rectangle {
+    id: root
+
+    required property FeedbackViewController controller
+
+    implicitHeight: helper.y + helper.height + SheetTheme.screenshotBottom
+    color: SheetTheme.section
+
+    Item {
+        id: place // stays where it is without a screenshot
+        anchors { left: parent.left; leftMargin: SheetTheme.margin; top: parent.top; topMargin: SheetTheme.screenshotTop }
+        width: SheetTheme.screenshotSize
+        height: SheetTheme.screenshotSize
+
+        Rectangle {
+            objectName: "screenshotContainer"
+            anchors.fill: parent
+            visible: root.controller.screenshot !== undefined
+            radius: SheetTheme.screenshotRadius
+            color: SheetTheme.fieldBackground
+            border.width: 1
+            Component.onCompleted: border.color = SheetTheme.cardBorder // stays as it is
+
+            PictureItem {
+                objectName: "screenshotImageView"
+                anchors { fill: parent; margins: SheetTheme.screenshotInset }
+                radius: SheetTheme.pictureRadius
+                image: root.controller.screenshot
+                Accessible.role: Accessible.Graphic
+                Accessible.name: Texts.text("zenvor_screenshot_a11y", "Screenshot")
+            }
+            MediaButton {
+                objectName: "removeScreenshotButton"
+                anchors { right: parent.right; top: parent.top; margins: SheetTheme.mediaButtonInset }
+                symbol: "xmark"
+                text: Texts.text("zenvor_remove_screenshot_a11y", "Remove screenshot")
+                enabled: !root.controller.isSending
+                onClicked: root.controller.removeScreenshotTapped()
+            }
+        }
+    }
+    Label {
+        id: helper
+        objectName: "screenshotHelperLabel"
+        anchors {
+            left: parent.left; leftMargin: SheetTheme.margin
+            right: parent.right; rightMargin: SheetTheme.margin
+            top: place.bottom; topMargin: SheetTheme.helperGap
+        }
+        text: root.controller.helperText
+        font: SheetTypography.helper
+        color: SheetTheme.secondaryText
+        wrapMode: Text.Wrap
+        horizontalAlignment: Text.AlignLeft
+    }
+}

@@ -1,0 +1,6 @@
+import QtQuick
+import Zenvor.Screens
+
+Separator {
+    color: SheetTheme.separator
+}

@@ -1,0 +1,307 @@
+#include "platform/window.h"
+#include "support/log_recorder.h"
+#include "support/quick_host.h"
+#include "support/test_service.h"
+#include "ui/send_error_message.h"
+
+#include <zenvor/report_service.h>
+#include <zenvor/zenvor.h>
+
+#include <QBuffer>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTest>
+
+using namespace zenvor;
+using namespace Qt::StringLiterals;
+using test::QuickHost;
+using test::TestService;
+
+/// The form in a host's window, by real events: what the user reads, and what reaches the service.
+class TestForm : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void deliversWhatWasTyped_data();
+    void deliversWhatWasTyped();
+    void asksForADescription();
+    void tellsWhatWentWrong_data();
+    void tellsWhatWentWrong();
+    void choosesTheMessageByPhrases_data();
+    void choosesTheMessageByPhrases();
+    void cannotBeLeftByItsButtonsWhileItSends();
+    void sendsOnWhenTheHostsWindowIsGone();
+    void removesTheScreenshot();
+    void leavesStepByStep();
+
+private:
+    void open(QLatin1StringView row);
+    bool isShown(QLatin1StringView name) const { return m_host->find(name); }
+    QString textOf(QLatin1StringView name) const
+    {
+        const auto *item = m_host->find(name);
+        return item ? item->property("text").toString() : QString();
+    }
+    /// The last report that was posted.
+    QJsonObject report() const;
+
+    TestService m_service;
+    std::unique_ptr<QuickHost> m_host;
+};
+
+void TestForm::initTestCase()
+{
+    QVERIFY(setReportServiceUrl(m_service.url()));
+    Zenvor::shared().configure(TestService::token(), false);
+}
+
+void TestForm::init()
+{
+    m_service.reset();
+    m_host = std::make_unique<QuickHost>();
+    QVERIFY(QTest::qWaitForWindowActive(&m_host->view));
+    QTRY_COMPARE(keyWindow(), &m_host->view);
+}
+
+void TestForm::cleanup()
+{
+    m_host.reset();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void TestForm::open(QLatin1StringView row)
+{
+    Zenvor::shared().present();
+    QTRY_VERIFY(isShown("categoryDialog"_L1));
+    QTRY_COMPARE(m_host->find("categoryDialog"_L1)->parentItem()->opacity(), 1.0);
+    m_host->tap(row);
+    QTRY_VERIFY(isShown("feedbackSheet"_L1));
+    QTRY_COMPARE(m_host->find("feedbackSheet"_L1)->mapToScene({}), QPointF());
+}
+
+QJsonObject TestForm::report() const
+{
+    const auto requests = m_service.requests();
+    for (auto request = requests.crbegin(); request != requests.crend(); ++request) {
+        if (request->target == "/v1/sdk/reports")
+            return QJsonDocument::fromJson(request->body).object();
+    }
+    return {};
+}
+
+void TestForm::deliversWhatWasTyped_data()
+{
+    QTest::addColumn<bool>("isBug");
+    QTest::addColumn<bool>("allowsContact");
+    QTest::newRow("bug") << true << true;
+    QTest::newRow("improvement, no contact") << false << false;
+}
+
+void TestForm::deliversWhatWasTyped()
+{
+    QFETCH(const bool, isBug);
+    QFETCH(const bool, allowsContact);
+    Zenvor::shared().addPendingAttachmentData("....ftypisom"_ba, u"video/mp4"_s);
+    test::LogRecorder log;
+    open(isBug ? "reportBugRow"_L1 : "suggestImprovementRow"_L1);
+    QCOMPARE(isShown("occurrenceFrequencyButton"_L1), isBug);
+    QVERIFY(textOf("screenshotHelperLabel"_L1).endsWith("\nSelected extra media: 1 (2/5)."_L1));
+    m_host->tap("messageTextView"_L1);
+    m_host->type(u" It breaks <b>now</b> ");
+    if (isBug) {
+        m_host->tap("occurrenceFrequencyButton"_L1);
+        QTRY_VERIFY(isShown("occurrenceFrequencyChoice"_L1));
+        QTest::keyClick(&m_host->view, Qt::Key_Down);
+        QTest::keyClick(&m_host->view, Qt::Key_Return);
+        QTRY_COMPARE(textOf("occurrenceFrequencyButton"_L1), u"A few times (2-3)"_s);
+    }
+    m_host->tap("emailField"_L1);
+    m_host->type(u"a@b.example ");
+    if (allowsContact)
+        m_host->tap("includeContactLabel"_L1);
+    m_host->tap("sendTopButton"_L1);
+    QTRY_COMPARE(textOf("alertTitle"_L1), u"Thank You"_s);
+    QCOMPARE(textOf("alertMessage"_L1), u"Your report has been received."_s);
+
+    const auto sent = report();
+    QCOMPARE(sent.value("message"_L1).toString(), u"It breaks <b>now</b>"_s);
+    QCOMPARE(sent.value("category"_L1).toString(), isBug ? u"bug"_s : u"feedback"_s);
+    QCOMPARE(sent.value("occurrence_frequency"_L1).toString(), isBug ? u"few_times"_s : QString());
+    QCOMPARE(sent.value("email"_L1).toString(), allowsContact ? u"a@b.example"_s : QString());
+    QCOMPARE(sent.value("allow_contact"_L1).toBool(), allowsContact);
+    const auto files = m_service.sandbox().reports().newest().attachments;
+    QCOMPARE(files.size(), 2);
+    QCOMPARE(sent.value("screenshot_upload_id"_L1), sent.value("attachment_upload_ids"_L1)[0]);
+
+    QVERIFY(!log.lines().contains(u"info Zenvor: Presentation skipped: already presenting."_s));
+    m_host->tap("alertOkButton"_L1);
+    QTRY_VERIFY(!isShown("feedbackSheet"_L1));
+    Zenvor::shared().present(); // the guard is cleared
+    QTRY_VERIFY(isShown("categoryDialog"_L1));
+}
+
+void TestForm::asksForADescription()
+{
+    open("reportBugRow"_L1);
+    for (const auto &text : {u""_s, u"  "_s}) {
+        if (!text.isEmpty()) {
+            m_host->tap("messageTextView"_L1);
+            m_host->type(text);
+        }
+        m_host->tap("sendTopButton"_L1);
+        QTRY_COMPARE(textOf("alertTitle"_L1), u"Missing Field"_s);
+        QCOMPARE(textOf("alertMessage"_L1), u"Description is required."_s);
+        QTest::keyClick(&m_host->view, Qt::Key_Escape);
+        QTRY_VERIFY(!isShown("alert"_L1));
+        QVERIFY(isShown("feedbackSheet"_L1));
+    }
+    QVERIFY(!m_service.requestLines().contains("POST /v1/sdk/validate"_L1));
+}
+
+void TestForm::tellsWhatWentWrong_data()
+{
+    QTest::addColumn<QByteArray>("fault");
+    QTest::addColumn<QString>("title");
+    QTest::addColumn<QString>("message");
+    QTest::addColumn<bool>("isSubmitted");
+    const auto token = u"Zenvor Token Error"_s;
+    const auto tokenMessage =
+        u"Feedback is unavailable. Please check SDK token configuration in Zenvor dashboard."_s;
+    const auto failed = u"Failed to Send"_s;
+    QTest::newRow("wrong token") << R"({"path":"/v1/sdk/validate","status":401})"_ba << token << tokenMessage
+                                 << false;
+    QTest::newRow("another app")
+        << R"({"path":"/v1/sdk/validate","status":200,"body":"{\"ok\":true,\"match\":false}"})"_ba << token
+        << tokenMessage << false;
+    QTest::newRow("check fails, report passes")
+        << R"({"path":"/v1/sdk/validate","status":503})"_ba << u"Thank You"_s
+        << u"Your report has been received."_s << true;
+    QTest::newRow("plan")
+        << R"({"path":"/v1/sdk/reports","status":402,"body":"{\"message\":\"Plan Limit Reached\"}"})"_ba
+        << failed << u"Plan limit reached. Open the Zenvor dashboard Billing page to upgrade and continue."_s
+        << true;
+    QTest::newRow("lost") << R"({"path":"/v1/sdk/reports","cut":"inBody","bodySize":1000})"_ba << failed
+                          << u""_s << true;
+    QTest::newRow("markup")
+        << R"({"path":"/v1/sdk/reports","status":500,"body":"<img src='http://127.0.0.1:9/x'>"})"_ba << failed
+        << u"<img"_s << true;
+}
+
+void TestForm::tellsWhatWentWrong()
+{
+    QFETCH(const QByteArray, fault);
+    QFETCH(const QString, message);
+    open("reportBugRow"_L1);
+    m_service.reset(fault);
+    m_host->tap("messageTextView"_L1);
+    m_host->type(u"words");
+    m_host->tap("sendTopButton"_L1);
+    QTRY_VERIFY(isShown("alert"_L1));
+    QTEST(textOf("alertTitle"_L1), "title");
+    QVERIFY2(textOf("alertMessage"_L1).contains(message), qPrintable(textOf("alertMessage"_L1)));
+    QFETCH(const bool, isSubmitted);
+    QCOMPARE(m_service.requestLines().contains("POST /v1/sdk/reports"_L1), isSubmitted);
+    QCOMPARE(textOf("messageTextView"_L1), u"words"_s); // nothing is lost
+}
+
+void TestForm::choosesTheMessageByPhrases_data()
+{
+    QTest::addColumn<QString>("description");
+    QTest::addColumn<QString>("message");
+    const auto network = u"Network error. Please check your connection and try again."_s;
+    const auto timeOut = u"Request timed out. Please try again."_s;
+    QTest::newRow("nothing") << u" \n"_s << u"Could not send report. Please try again."_s;
+    QTest::newRow("host") << u"Unable to Resolve Host x"_s << network;
+    QTest::newRow("connection") << u"COULD NOT CONNECT."_s << network;
+    QTest::newRow("timed out") << u"It Timed Out"_s << timeOut;
+    QTest::newRow("timeout") << u"gateway timeout"_s << timeOut;
+    QTest::newRow("first phrase wins") << u"timeout: could not connect"_s << network;
+    QTest::newRow("another text") << u" Report failed: Why "_s << u"Report failed: Why"_s;
+}
+
+void TestForm::choosesTheMessageByPhrases()
+{
+    QFETCH(const QString, description);
+    QTEST(userFacingSendErrorMessage(description), "message");
+}
+
+void TestForm::cannotBeLeftByItsButtonsWhileItSends()
+{
+    open("reportBugRow"_L1);
+    m_service.reset(R"({"path":"/v1/sdk/reports","delayMs":600,"handle":true})");
+    m_host->tap("messageTextView"_L1);
+    m_host->type(u"words");
+    m_host->tap("sendTopButton"_L1);
+    QTRY_VERIFY(isShown("activityIndicator"_L1));
+    m_host->tap("sendTopButton"_L1);
+    m_host->tap("closeButton"_L1);
+    QTest::keyClick(&m_host->view, Qt::Key_Escape);
+    m_host->tap("messageTextView"_L1);
+    m_host->type(u"more");
+    QTRY_COMPARE(textOf("alertTitle"_L1), u"Thank You"_s);
+    QVERIFY(!isShown("activityIndicator"_L1));
+    QCOMPARE(m_service.requestLines().count("POST /v1/sdk/reports"_L1), 1);
+    QCOMPARE(report().value("message"_L1).toString(), u"words"_s);
+}
+
+void TestForm::sendsOnWhenTheHostsWindowIsGone()
+{
+    open("reportBugRow"_L1);
+    m_service.reset(R"({"path":"/v1/sdk/validate","delayMs":300,"handle":true})");
+    m_host->tap("messageTextView"_L1);
+    m_host->type(u"words");
+    m_host->tap("sendTopButton"_L1);
+    QTRY_VERIFY(!m_service.requestLines().isEmpty());
+    m_host = std::make_unique<QuickHost>();
+    QTRY_VERIFY(m_service.requestLines().contains("POST /v1/sdk/reports"_L1));
+    QTest::qWait(100);
+    QVERIFY(!isShown("alert"_L1));
+}
+
+void TestForm::removesTheScreenshot()
+{
+    open("reportBugRow"_L1);
+    QVERIFY(isShown("screenshotContainer"_L1));
+    const auto helperTop = m_host->find("screenshotHelperLabel"_L1)->mapToScene({}).y();
+    m_host->tap("removeScreenshotButton"_L1);
+    QVERIFY(!isShown("screenshotContainer"_L1));
+    QCOMPARE(m_host->find("screenshotHelperLabel"_L1)->mapToScene({}).y(), helperTop); // its place is kept
+    m_host->tap("messageTextView"_L1);
+    m_host->type(u"words");
+    m_host->tap("sendTopButton"_L1);
+    QTRY_COMPARE(textOf("alertTitle"_L1), u"Thank You"_s);
+    QVERIFY(!report().contains("screenshot_upload_id"_L1));
+}
+
+void TestForm::leavesStepByStep()
+{
+    open("reportBugRow"_L1);
+    m_host->tap("occurrenceFrequencyButton"_L1);
+    QTRY_VERIFY(isShown("occurrenceFrequencyChoice"_L1));
+    QTest::keyClick(&m_host->view, Qt::Key_Escape);
+    QTRY_VERIFY(!isShown("occurrenceFrequencyChoice"_L1));
+    m_host->tap("emailField"_L1);
+    QVERIFY(m_host->find("emailField"_L1)->hasActiveFocus());
+    QTest::keyClick(&m_host->view, Qt::Key_Escape);
+    QVERIFY(!m_host->find("emailField"_L1)->hasActiveFocus());
+    QVERIFY(isShown("feedbackSheet"_L1));
+    QTest::keyClick(&m_host->view, Qt::Key_Escape);
+    QTRY_VERIFY(!isShown("feedbackSheet"_L1));
+    QVERIFY(m_host->field()->hasActiveFocus());
+}
+
+int main(int argc, char **argv)
+{
+    const QTemporaryDir data;
+    qputenv("XDG_DATA_HOME", data.path().toLocal8Bit());
+    QGuiApplication::setDesktopFileName(TestService::bundleId());
+    QGuiApplication application(argc, argv);
+    TestForm test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_form.moc"
