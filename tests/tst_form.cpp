@@ -36,6 +36,7 @@ private Q_SLOTS:
     void cannotBeLeftByItsButtonsWhileItSends();
     void sendsOnWhenTheHostsWindowIsGone();
     void removesTheScreenshot();
+    void removesAnAttachment();
     void leavesStepByStep();
 
 private:
@@ -275,6 +276,37 @@ void TestForm::removesTheScreenshot()
     m_host->tap("sendTopButton"_L1);
     QTRY_COMPARE(textOf("alertTitle"_L1), u"Thank You"_s);
     QVERIFY(!report().contains("screenshot_upload_id"_L1));
+}
+
+void TestForm::removesAnAttachment()
+{
+    QImage picture(20, 10, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    Zenvor::shared().addPendingAttachment(picture, 0.9);
+    Zenvor::shared().addPendingAttachmentData("....ftypisom"_ba, u"video/mp4"_s);
+    Zenvor::shared().addPendingAttachment(picture, 0.9);
+    open("suggestImprovementRow"_L1);
+    auto *strip = m_host->find("additionalMediaScrollView"_L1);
+    QCOMPARE(strip->height(), 124.0);
+    QVERIFY(textOf("screenshotHelperLabel"_L1).endsWith("\nSelected extra media: 2 (3/5)."_L1));
+    m_host->tap("mediaCardRemoveButton"_L1); // the video
+    QTRY_VERIFY(textOf("screenshotHelperLabel"_L1).endsWith("\nSelected extra media: 1 (2/5)."_L1));
+    QTRY_VERIFY(m_host->find("mediaCard"_L1)
+                    ->property("card")
+                    .value<QObject *>()
+                    ->property("image")
+                    .value<QImage>()
+                    .pixelColor(5, 5)
+                    .red()
+                > 200); // shown when it is decoded
+    m_host->tap("mediaCardRemoveButton"_L1);
+    QTRY_VERIFY(!strip->isVisible());
+    QVERIFY(!textOf("screenshotHelperLabel"_L1).contains("extra"_L1));
+    m_host->tap("messageTextView"_L1);
+    m_host->type(u"words");
+    m_host->tap("sendTopButton"_L1);
+    QTRY_COMPARE(textOf("alertTitle"_L1), u"Thank You"_s);
+    QCOMPARE(m_service.sandbox().reports().newest().attachments.size(), 1);
 }
 
 void TestForm::leavesStepByStep()

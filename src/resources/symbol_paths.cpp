@@ -86,6 +86,15 @@ QPainterPath paperplane()
     return stroked(left, 1).united(left).united(stroked(right, 1)).united(right);
 }
 
+QPainterPath video()
+{
+    QPainterPath box;
+    box.addRoundedRect(1.5, 5.5, 14, 13, 3, 3);
+    auto lens = polyline({{17.5, 10.5}, {22.5, 7}, {22.5, 17}, {17.5, 13.5}});
+    lens.closeSubpath();
+    return box.united(lens);
+}
+
 // A ring of bars, each a little longer than the one before it.
 QPainterPath rays()
 {
@@ -115,6 +124,8 @@ QPainterPath symbolPath(const QString &name)
         return stroked(polyline({{3.5, 8}, {12, 16.5}, {20.5, 8}}), 3);
     if (name == "checkmark"_L1)
         return stroked(polyline({{4, 13}, {9.5, 19}, {20, 5}}), 3);
+    if (name == "video"_L1)
+        return video();
     if (name == "rays"_L1)
         return rays();
     return {};

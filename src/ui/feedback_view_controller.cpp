@@ -5,6 +5,7 @@
 #include "resources/string_table.h"
 #include "ui/alert_view_controller.h"
 #include "ui/form_texts.h"
+#include "ui/media_card.h"
 #include "ui/send_error_message.h"
 
 namespace zenvor {
@@ -56,6 +57,8 @@ FeedbackViewController::FeedbackViewController(ZenvorConfiguration configuration
     , m_attachments(std::move(attachments))
 {
     m_draft.category = category;
+    for (const auto &attachment : m_attachments.additionalAttachments)
+        m_mediaCards.append(new MediaCard(attachment, this));
 }
 
 QString FeedbackViewController::sheetTitle() const
@@ -105,6 +108,14 @@ QVariant FeedbackViewController::screenshot() const
     return m_attachments.currentScreenshot ? QVariant(*m_attachments.currentScreenshot) : QVariant();
 }
 
+QVariantList FeedbackViewController::mediaCards() const
+{
+    QVariantList cards;
+    for (auto *card : m_mediaCards)
+        cards.append(QVariant::fromValue(card));
+    return cards;
+}
+
 void FeedbackViewController::textViewDidBeginEditing()
 {
     m_isMessagePlaceholderVisible = false;
@@ -138,7 +149,10 @@ void FeedbackViewController::removeScreenshotTapped()
 
 void FeedbackViewController::removeAdditionalAttachment(int index)
 {
+    if (index < 0 || index >= m_mediaCards.size())
+        return;
     m_attachments.removeAdditionalAttachment(index);
+    m_mediaCards.takeAt(index)->deleteLater(); // its view goes first
     Q_EMIT attachmentsChanged();
 }
 

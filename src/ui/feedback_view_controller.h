@@ -9,6 +9,8 @@
 
 namespace zenvor {
 
+class MediaCard;
+
 /// The form: what the user has filled in, and the sending of it. For one presentation. All that is typed is
 /// lost when it goes.
 class FeedbackViewController : public ViewController
@@ -27,6 +29,7 @@ class FeedbackViewController : public ViewController
     Q_PROPERTY(bool isSending READ isSending NOTIFY changed)
     Q_PROPERTY(QVariant screenshot READ screenshot NOTIFY attachmentsChanged)
     Q_PROPERTY(QString helperText READ helperText NOTIFY attachmentsChanged)
+    Q_PROPERTY(QVariantList mediaCards READ mediaCards NOTIFY attachmentsChanged)
     Q_PROPERTY(QString addMediaTitle READ addMediaTitle NOTIFY attachmentsChanged)
 
 public:
@@ -53,6 +56,8 @@ public:
     bool isSending() const { return m_isSending; }
     QVariant screenshot() const;
     QString helperText() const { return m_attachments.helperText(); }
+    /// A MediaCard for each additional attachment.
+    QVariantList mediaCards() const;
     QString addMediaTitle() const { return m_attachments.addMediaTitle(); }
 
     Q_INVOKABLE void sendTapped();
@@ -86,6 +91,7 @@ private:
     const std::function<void()> m_onDismiss;
     FeedbackDraft m_draft;
     FormAttachments m_attachments;
+    QList<MediaCard *> m_mediaCards; // children of this object
     bool m_isMessagePlaceholderVisible = true;
     bool m_isSending = false;
 };

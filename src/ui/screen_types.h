@@ -3,6 +3,7 @@
 #include "ui/alert_view_controller.h"
 #include "ui/category_dialog_view_controller.h"
 #include "ui/feedback_view_controller.h"
+#include "ui/media_card.h"
 
 #include <QtQml/qqml.h>
 
@@ -23,6 +24,14 @@ struct FeedbackViewControllerType
     QML_FOREIGN(zenvor::FeedbackViewController)
     QML_NAMED_ELEMENT(FeedbackViewController)
     QML_UNCREATABLE("made by the flow")
+};
+
+struct MediaCardType
+{
+    Q_GADGET
+    QML_FOREIGN(zenvor::MediaCard)
+    QML_NAMED_ELEMENT(MediaCard)
+    QML_UNCREATABLE("made by the form")
 };
 
 struct AlertViewControllerType

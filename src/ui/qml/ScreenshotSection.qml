@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Zenvor.Resources
 import Zenvor.Screens
@@ -7,7 +8,7 @@ Rectangle {
 
     required property FeedbackViewController controller
 
-    implicitHeight: helper.y + helper.height + SheetTheme.screenshotBottom
+    implicitHeight: strip.y + strip.height + SheetTheme.screenshotBottom
     color: SheetTheme.section
 
     Item {
@@ -56,5 +57,41 @@ Rectangle {
         color: SheetTheme.secondaryText
         wrapMode: Text.Wrap
         horizontalAlignment: Text.AlignLeft
+    }
+    Flickable {
+        id: strip
+        objectName: "additionalMediaScrollView"
+        anchors {
+            left: parent.left; leftMargin: SheetTheme.margin
+            right: parent.right; rightMargin: SheetTheme.margin
+            top: helper.bottom; topMargin: SheetTheme.stripGap
+        }
+        height: visible ? SheetTheme.stripHeight : 0
+        visible: cards.count > 0
+        contentWidth: row.width
+        contentHeight: height
+        clip: true
+        flickableDirection: Flickable.HorizontalFlick
+
+        Row {
+            id: row
+            spacing: SheetTheme.cardSpacing
+
+            Repeater {
+                id: cards
+                model: root.controller.mediaCards
+
+                AdditionalMediaCard {
+                    id: card
+
+                    required property int index
+                    required property MediaCard modelData
+
+                    card: modelData
+                    isSending: root.controller.isSending
+                    onRemoveRequested: root.controller.removeAdditionalAttachment(index)
+                }
+            }
+        }
     }
 }

@@ -58,6 +58,11 @@ QtObject {
     readonly property real mediaSymbolSize: 12
     readonly property real helperGap: 12
     readonly property real screenshotBottom: 14
+    readonly property real stripGap: 12
+    readonly property real stripHeight: 124
+    readonly property real cardWidth: 116
+    readonly property real cardSpacing: 12
+    readonly property real videoSymbolSize: 36
     readonly property real contactTop: 14
     readonly property real contactBottom: 20
     readonly property real contactGap: 12

@@ -1,0 +1,51 @@
+import QtQuick
+import Zenvor.Resources
+import Zenvor.Screens
+
+// A picture or a video beside the screenshot.
+Rectangle {
+    id: root
+
+    required property MediaCard card
+    required property bool isSending
+
+    signal removeRequested()
+
+    objectName: "mediaCard"
+    implicitWidth: SheetTheme.cardWidth
+    implicitHeight: SheetTheme.stripHeight
+    radius: SheetTheme.screenshotRadius
+    color: SheetTheme.fieldBackground
+    border.width: 1
+    Accessible.role: Accessible.Graphic
+    Accessible.name: root.card.isVideo ? Texts.text("zenvor_video_a11y", "Video") : Texts.text("zenvor_picture_a11y", "Picture")
+    Component.onCompleted: border.color = SheetTheme.cardBorder // stays as it is
+
+    Rectangle {
+        anchors { fill: parent; margins: SheetTheme.screenshotInset }
+        radius: SheetTheme.pictureRadius
+        color: SheetTheme.mediaPreviewBackground
+
+        PictureItem {
+            anchors.fill: parent
+            radius: SheetTheme.pictureRadius
+            image: root.card.image
+        }
+        SymbolItem {
+            anchors.centerIn: parent
+            width: SheetTheme.videoSymbolSize
+            height: SheetTheme.videoSymbolSize
+            visible: root.card.isVideo
+            name: "video"
+            color: SystemColors.blue
+        }
+    }
+    MediaButton {
+        objectName: "mediaCardRemoveButton"
+        anchors { right: parent.right; top: parent.top; margins: SheetTheme.mediaButtonInset }
+        symbol: "xmark"
+        text: Texts.text("zenvor_remove_attachment_a11y", "Remove attachment")
+        enabled: !root.isSending
+        onClicked: root.removeRequested()
+    }
+}
