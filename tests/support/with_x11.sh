@@ -10,7 +10,8 @@ mkfifo "$work/display"
 Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$work/display" 2>"$work/xvfb.log" &
 pids+=($!)
 read -r -t 30 number <"$work/display" || { cat "$work/xvfb.log" >&2; exit 1; }
-export DISPLAY=":$number" QT_QPA_PLATFORM=xcb
+# A machine may have no OpenGL to offer.
+export DISPLAY=":$number" QT_QPA_PLATFORM=xcb QT_QUICK_BACKEND="${QT_QUICK_BACKEND:-software}"
 openbox >"$work/openbox.log" 2>&1 &
 pids+=($!)
 # Ready when it lists the windows that it manages: one that is shown earlier never gets the focus.
