@@ -131,10 +131,8 @@ QQmlEngine *QuickPresenter::engine()
             [[maybe_unused]] auto *volatile kept = keepsRegistration;
         }
         m_engine = new QQmlEngine;
-        QObject::connect(qApp, &QCoreApplication::aboutToQuit, m_engine, [this] {
-            delete m_engine;
-            m_engine = nullptr;
-        });
+        // With the application object, and not later: what the engine stands on goes with that.
+        qAddPostRoutine([] { delete std::exchange(shared().m_engine, nullptr); });
     }
     return m_engine;
 }
