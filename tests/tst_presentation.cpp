@@ -198,7 +198,7 @@ void TestPresentation::keepsTheHostOutOfReach()
         QTest::keyClick(&m_host->view, Qt::Key_Tab);
         QVERIFY(m_host->view.activeFocusItem() != m_host->field());
     }
-    auto *touchscreen = QTest::createTouchDevice();
+    static auto *const touchscreen = QTest::createTouchDevice(); // Qt keeps it listed to the end
     QTest::touchEvent(&m_host->view, touchscreen).press(0, center).commit();
     QTest::touchEvent(&m_host->view, touchscreen).release(0, center).commit();
     QVERIFY(isOpen());
