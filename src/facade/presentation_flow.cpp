@@ -1,6 +1,8 @@
 #include "facade/presentation_flow.h"
 
 #include "capture/screenshot_capturer.h"
+#include "facade/top_view_controller.h"
+#include "platform/host_views.h"
 #include "platform/window.h"
 #include "ui/category_dialog_view_controller.h"
 #include "ui/feedback_view_controller.h"
@@ -36,6 +38,15 @@ FormAttachments sorted(QList<PendingAttachment> pending)
     return attachments;
 }
 
+// The view in \a window that a screen lies over; null without a window or where there is no way to show one.
+QObject *topView(QWindow *window)
+{
+    const auto &presenter = QuickPresenter::shared();
+    if (!presenter.canShowOver(window))
+        return nullptr;
+    return topViewController(presenter.hostViews(), presenter.hostViews().rootView(window));
+}
+
 } // namespace
 
 void PresentationFlow::presentInternal(const std::optional<ZenvorConfiguration> &configuration,
@@ -50,27 +61,22 @@ void PresentationFlow::presentInternal(const std::optional<ZenvorConfiguration> 
         m_logger.error("Presentation failed: Zenvor not configured."_L1);
         return;
     }
-    auto *presenter = topViewController();
+    auto *const window = keyWindow();
+    auto *const presenter = topView(window);
     if (!presenter) {
         m_logger.error("Presentation failed: topViewController could not be found."_L1);
         return;
     }
     m_isPresenting = true;
-    PresentedItems items{*configuration, *reportClient, presenter, sorted(pendingAttachments.take())};
+    PresentedItems items{*configuration, *reportClient, presenter, window, sorted(pendingAttachments.take())};
     m_logger.info("Presenting category dialog."_L1);
     presentCategoryDialog(std::move(items));
-}
-
-QWindow *PresentationFlow::topViewController()
-{
-    auto *window = keyWindow();
-    return QuickPresenter::shared().canShowOver(window) ? window : nullptr;
 }
 
 void PresentationFlow::presentCategoryDialog(PresentedItems items)
 {
     const auto dialog = std::make_shared<CategoryDialogViewController>();
-    auto *const window = items.presenter.data();
+    auto *const window = items.window.data();
     dialog->onSelect = [this, items = std::move(items)](FeedbackCategory category) {
         if (items.presenter)
             presentFeedbackSheet(category, items);
@@ -98,7 +104,7 @@ void PresentationFlow::presentFeedbackSheet(FeedbackCategory category, Presented
                                                                std::move(items.attachments), end);
     form->onHostLost = end;
     m_logger.info("Presenting feedback sheet for category."_L1);
-    if (!form->present(QuickPresenter::shared(), ModalPresentationStyle::PageSheet, true, items.presenter))
+    if (!form->present(QuickPresenter::shared(), ModalPresentationStyle::PageSheet, true, items.window))
         end();
 }
 

@@ -18,7 +18,8 @@ struct PresentedItems
 {
     ZenvorConfiguration configuration;
     ReportClient reportClient;
-    QPointer<QWindow> presenter; ///< the window that the screens lie over
+    QPointer<QObject> presenter; ///< the view of the host that the screens lie over
+    QPointer<QWindow> window; ///< and the window that shows it
     FormAttachments attachments;
 };
 
@@ -37,7 +38,6 @@ public:
                          PendingAttachments &pendingAttachments);
 
 private:
-    static QWindow *topViewController();
     void presentCategoryDialog(PresentedItems items);
     void presentFeedbackSheet(FeedbackCategory category, PresentedItems items);
 

@@ -10,6 +10,7 @@ class QWindow;
 
 namespace zenvor {
 
+class HostViews;
 class ViewController;
 
 enum class ModalPresentationStyle {
@@ -35,6 +36,9 @@ public:
 
     /// Whether it knows how to show something over \a host.
     virtual bool canShowOver(const QWindow *host) const = 0;
+
+    /// What the hosts show that it knows how to show something over.
+    virtual const HostViews &hostViews() const = 0;
 
     /// Shows \a screen over \a host and keeps it until it is gone. Null, with nothing shown, if that cannot
     /// be.
@@ -69,6 +73,9 @@ public:
 protected:
     /// Shows \a screen over this one, animated. Nothing once this one is gone or going.
     void presentOver(const std::shared_ptr<ViewController> &screen, ModalPresentationStyle style);
+
+    /// The host's window that this is shown over; null before and after.
+    QWindow *hostWindow() const { return m_screen ? m_screen->hostWindow() : nullptr; }
 
 private:
     Presenter *m_presenter = nullptr;

@@ -12,6 +12,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr auto styleProperty = "zenvorInterfaceStyle";
+constexpr auto safeAreaProperty = "zenvorSafeAreaMargins";
 constexpr auto ownWindowProperty = "_zenvorOwnWindow";
 
 WidgetWindows widgetWindows;
@@ -106,6 +107,15 @@ InterfaceStyle interfaceStyle(const QWindow *window)
         return *style;
     const auto palette = widgetWindows.palette ? widgetWindows.palette(window) : std::nullopt;
     return styleFromPalette(palette.value_or(QGuiApplication::palette()));
+}
+
+QMarginsF safeAreaMargins(const QWindow *window)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 9, 0)
+    return window->safeAreaMargins();
+#else
+    return window->property(safeAreaProperty).value<QMarginsF>();
+#endif
 }
 
 void markAsOwnWindow(QWindow *window)

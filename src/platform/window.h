@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QMarginsF>
 #include <QPalette>
 
 #include <optional>
@@ -23,6 +24,11 @@ QWindow *keyWindow();
 /// "zenvorInterfaceStyle" ("light" or "dark"), else what its colours show. Unspecified for a null
 /// window. Main thread.
 InterfaceStyle interfaceStyle(const QWindow *window);
+
+/// How far from the edges of \a window nothing can be seen or touched that matters: behind a notch, rounded
+/// corners or the system's bars. In points. From Qt 6.9 on the system's, before it what the host says in the
+/// window's dynamic property "zenvorSafeAreaMargins" (a QMarginsF), else none. Main thread.
+QMarginsF safeAreaMargins(const QWindow *window);
 
 /// Makes keyWindow() give the window that \a window is transient for in its stead. To be called for
 /// each top-level window that the library shows itself.

@@ -33,6 +33,9 @@ void Appearance::follow(QWindow *window)
     if (auto *quickWindow = qobject_cast<QQuickWindow *>(window))
         connect(quickWindow, &QQuickWindow::colorChanged, this, &Appearance::update);
     connect(window, &QWindow::screenChanged, this, &Appearance::update);
+#if QT_VERSION >= QT_VERSION_CHECK(6, 9, 0)
+    connect(window, &QWindow::safeAreaMarginsChanged, this, &Appearance::update);
+#endif
     update();
 }
 
@@ -57,6 +60,7 @@ void Appearance::update()
         return;
     m_isDark = interfaceStyle(m_window) == InterfaceStyle::Dark;
     m_devicePixelRatio = m_window->devicePixelRatio();
+    m_safeArea = safeAreaMargins(m_window);
     Q_EMIT changed();
 }
 

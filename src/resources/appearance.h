@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QMarginsF>
 #include <QObject>
 #include <QPointer>
 #include <QWindow>
@@ -10,7 +11,8 @@ class QQmlEngine;
 
 namespace zenvor {
 
-/// What the screens look like: light or dark as the host's window is, at every moment.
+/// What the host's window is like that the screens lie over, at every moment: light or dark, how dense, and
+/// where nothing can be seen.
 class Appearance : public QObject
 {
     Q_OBJECT
@@ -18,6 +20,10 @@ class Appearance : public QObject
     QML_SINGLETON
     Q_PROPERTY(bool isDark READ isDark NOTIFY changed)
     Q_PROPERTY(qreal devicePixelRatio READ devicePixelRatio NOTIFY changed)
+    Q_PROPERTY(qreal safeAreaLeft READ safeAreaLeft NOTIFY changed)
+    Q_PROPERTY(qreal safeAreaTop READ safeAreaTop NOTIFY changed)
+    Q_PROPERTY(qreal safeAreaRight READ safeAreaRight NOTIFY changed)
+    Q_PROPERTY(qreal safeAreaBottom READ safeAreaBottom NOTIFY changed)
 
 public:
     static Appearance &shared();
@@ -29,6 +35,10 @@ public:
 
     bool isDark() const { return m_isDark; }
     qreal devicePixelRatio() const { return m_devicePixelRatio; }
+    qreal safeAreaLeft() const { return m_safeArea.left(); }
+    qreal safeAreaTop() const { return m_safeArea.top(); }
+    qreal safeAreaRight() const { return m_safeArea.right(); }
+    qreal safeAreaBottom() const { return m_safeArea.bottom(); }
 
 Q_SIGNALS:
     void changed();
@@ -43,6 +53,7 @@ private:
     QPointer<QWindow> m_window;
     bool m_isDark = false;
     qreal m_devicePixelRatio = 1;
+    QMarginsF m_safeArea;
 };
 
 } // namespace zenvor

@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <QPainterPath>
+#include <QQuickWindow>
 
 namespace zenvor {
 
@@ -34,7 +35,15 @@ void PictureItem::paint(QPainter *painter)
     QSizeF part = boundingRect().size();
     part.scale(m_image.size(), Qt::KeepAspectRatio);
     const QPointF corner((m_image.width() - part.width()) / 2, (m_image.height() - part.height()) / 2);
-    painter->drawImage(boundingRect(), m_image, QRectF(corner, part));
+    const QSizeF target = boundingRect().size() * window()->effectiveDevicePixelRatio();
+    if (part.width() <= 2 * target.width()) {
+        painter->drawImage(boundingRect(), m_image, QRectF(corner, part));
+        return;
+    }
+    // A painter that makes it much smaller would leave out lines.
+    const auto smaller = m_image.copy(QRectF(corner, part).toAlignedRect())
+                             .scaled(target.toSize(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    painter->drawImage(boundingRect(), smaller);
 }
 
 } // namespace zenvor

@@ -77,6 +77,33 @@ QPainterPath xmark()
     return stroked(lines, 3.2);
 }
 
+QPainterPath xmarkOnDisc()
+{
+    QPainterPath disc;
+    disc.addEllipse(QPointF(12, 12), 10.5, 10.5);
+    auto lines = polyline({{8.3, 8.3}, {15.7, 15.7}});
+    lines.addPath(polyline({{15.7, 8.3}, {8.3, 15.7}}));
+    return disc.subtracted(stroked(lines, 2));
+}
+
+QPainterPath pencil()
+{
+    auto shaft = polyline({{4.2, 15.8}, {15.4, 4.6}, {19.4, 8.6}, {8.2, 19.8}});
+    shaft.closeSubpath();
+    auto tip = polyline({{3.2, 17.6}, {6.4, 20.8}, {2.0, 22.0}});
+    tip.closeSubpath();
+    auto end = polyline({{16.8, 3.2}, {18.2, 1.8}, {22.2, 5.8}, {20.8, 7.2}});
+    end.closeSubpath();
+    return shaft.united(tip).united(end);
+}
+
+QPainterPath triangleToTheRight()
+{
+    auto triangle = polyline({{6, 3.5}, {21, 12}, {6, 20.5}});
+    triangle.closeSubpath();
+    return stroked(triangle, 1.5).united(triangle);
+}
+
 QPainterPath paperplane()
 {
     auto left = polyline({{1.6, 10.4}, {21.4, 2.0}, {8.0, 14.2}});
@@ -118,6 +145,12 @@ QPainterPath symbolPath(const QString &name)
         return megaphone();
     if (name == "xmark"_L1)
         return xmark();
+    if (name == "xmark.circle.fill"_L1)
+        return xmarkOnDisc();
+    if (name == "pencil"_L1)
+        return pencil();
+    if (name == "play.fill"_L1)
+        return triangleToTheRight();
     if (name == "paperplane.fill"_L1)
         return paperplane();
     if (name == "chevron.down"_L1)

@@ -55,6 +55,7 @@ FeedbackViewController::FeedbackViewController(ZenvorConfiguration configuration
     , m_reportClient(std::move(reportClient))
     , m_onDismiss(std::move(onDismiss))
     , m_attachments(std::move(attachments))
+    , m_keyboard([this] { return hostWindow(); })
 {
     m_draft.category = category;
     for (const auto &attachment : m_attachments.additionalAttachments)
@@ -139,6 +140,15 @@ void FeedbackViewController::contactToggleTapped()
 void FeedbackViewController::doneTapped()
 {
     Q_EMIT endEditing();
+}
+
+void FeedbackViewController::addMediaTapped()
+{
+    Q_EMIT endEditing();
+    if (m_attachments.usedCount() >= FormAttachments::limit)
+        showAlert(localizedString("zenvor_attachment_limit_title"_ba, u"Attachment Limit"_s),
+                  localizedString("zenvor_attachment_limit_message"_ba,
+                                  u"You can attach up to %d files per report."_s, {FormAttachments::limit}));
 }
 
 void FeedbackViewController::removeScreenshotTapped()

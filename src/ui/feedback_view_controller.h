@@ -4,6 +4,7 @@
 #include "client/report_client.h"
 #include "platform/view_controller.h"
 #include "ui/form_attachments.h"
+#include "ui/keyboard_avoidance.h"
 
 #include <QStringList>
 
@@ -30,6 +31,7 @@ class FeedbackViewController : public ViewController
     Q_PROPERTY(QVariant screenshot READ screenshot NOTIFY attachmentsChanged)
     Q_PROPERTY(QString helperText READ helperText NOTIFY attachmentsChanged)
     Q_PROPERTY(QVariantList mediaCards READ mediaCards NOTIFY attachmentsChanged)
+    Q_PROPERTY(zenvor::KeyboardAvoidance *keyboard READ keyboard CONSTANT)
     Q_PROPERTY(QString addMediaTitle READ addMediaTitle NOTIFY attachmentsChanged)
 
 public:
@@ -60,10 +62,13 @@ public:
     QVariantList mediaCards() const;
     QString addMediaTitle() const { return m_attachments.addMediaTitle(); }
 
+    KeyboardAvoidance *keyboard() { return &m_keyboard; }
+
     Q_INVOKABLE void sendTapped();
     Q_INVOKABLE void closeTapped();
     Q_INVOKABLE void contactToggleTapped();
     Q_INVOKABLE void doneTapped();
+    Q_INVOKABLE void addMediaTapped();
     Q_INVOKABLE void removeScreenshotTapped();
     Q_INVOKABLE void removeAdditionalAttachment(int index);
     Q_INVOKABLE void textViewDidBeginEditing();
@@ -92,6 +97,7 @@ private:
     FeedbackDraft m_draft;
     FormAttachments m_attachments;
     QList<MediaCard *> m_mediaCards; // children of this object
+    KeyboardAvoidance m_keyboard;
     bool m_isMessagePlaceholderVisible = true;
     bool m_isSending = false;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/view_controller.h"
+#include "ui/quick_host_views.h"
 
 #include <memory>
 
@@ -16,6 +17,7 @@ public:
     static QuickPresenter &shared();
 
     bool canShowOver(const QWindow *host) const override;
+    const HostViews &hostViews() const override { return m_hostViews; }
     PresentedScreen *show(std::shared_ptr<ViewController> screen, ModalPresentationStyle style, bool animated,
                           QWindow *host) override;
 
@@ -24,6 +26,7 @@ private:
     ~QuickPresenter() override;
     QQmlEngine *engine();
 
+    const QuickHostViews m_hostViews;
     QQmlEngine *m_engine = nullptr; // gone with the application object
 };
 

@@ -3,6 +3,7 @@
 #include "ui/alert_view_controller.h"
 #include "ui/category_dialog_view_controller.h"
 #include "ui/feedback_view_controller.h"
+#include "ui/keyboard_avoidance.h"
 #include "ui/media_card.h"
 
 #include <QtQml/qqml.h>
@@ -24,6 +25,14 @@ struct FeedbackViewControllerType
     QML_FOREIGN(zenvor::FeedbackViewController)
     QML_NAMED_ELEMENT(FeedbackViewController)
     QML_UNCREATABLE("made by the flow")
+};
+
+struct KeyboardAvoidanceType
+{
+    Q_GADGET
+    QML_FOREIGN(zenvor::KeyboardAvoidance)
+    QML_NAMED_ELEMENT(KeyboardAvoidance)
+    QML_UNCREATABLE("made by the form")
 };
 
 struct MediaCardType

@@ -201,4 +201,56 @@
         <translation>Save</translation>
     </message>
 </context>
+<!-- What assistive tools read where there is nothing but a drawing. -->
+<context>
+    <name>zenvor</name>
+    <message>
+        <source>zenvor_close_a11y</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>zenvor_send_a11y</source>
+        <translation>Send</translation>
+    </message>
+    <message>
+        <source>zenvor_clear_text_a11y</source>
+        <translation>Clear text</translation>
+    </message>
+    <message>
+        <source>zenvor_screenshot_a11y</source>
+        <translation>Screenshot</translation>
+    </message>
+    <message>
+        <source>zenvor_remove_screenshot_a11y</source>
+        <translation>Remove screenshot</translation>
+    </message>
+    <message>
+        <source>zenvor_edit_screenshot_a11y</source>
+        <translation>Edit screenshot</translation>
+    </message>
+    <message>
+        <source>zenvor_picture_a11y</source>
+        <translation>Picture</translation>
+    </message>
+    <message>
+        <source>zenvor_video_a11y</source>
+        <translation>Video</translation>
+    </message>
+    <message>
+        <source>zenvor_remove_attachment_a11y</source>
+        <translation>Remove attachment</translation>
+    </message>
+    <message>
+        <source>zenvor_edit_picture_a11y</source>
+        <translation>Edit picture</translation>
+    </message>
+    <message>
+        <source>zenvor_play_video_a11y</source>
+        <translation>Play video</translation>
+    </message>
+    <message>
+        <source>zenvor_sending_a11y</source>
+        <translation>Sending</translation>
+    </message>
+</context>
 </TS>

@@ -48,4 +48,12 @@ Rectangle {
         enabled: !root.isSending
         onClicked: root.removeRequested()
     }
+    MediaButton {
+        objectName: "mediaCardActionButton"
+        anchors { right: parent.right; bottom: parent.bottom; margins: SheetTheme.mediaButtonInset }
+        visible: false // there is neither player nor editor yet
+        symbol: root.card.isVideo ? "play.fill" : "pencil"
+        text: root.card.isVideo ? Texts.text("zenvor_play_video_a11y", "Play video") : Texts.text("zenvor_edit_picture_a11y", "Edit picture")
+        enabled: !root.isSending
+    }
 }

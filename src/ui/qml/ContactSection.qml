@@ -19,9 +19,9 @@ Rectangle {
         focusRadius: SheetTheme.checkRadius
         text: Texts.text("zenvor_allow_support_contact_a11y", "Allow support contact")
         enabled: !root.controller.isSending
-        Accessible.role: Accessible.CheckBox
-        Accessible.checkable: true
-        Accessible.checked: root.controller.allowsContact
+        checkable: true
+        checked: root.controller.allowsContact
+        Accessible.checked: checked
         Accessible.onToggleAction: root.controller.contactToggleTapped()
         onClicked: {
             root.controller.contactToggleTapped()

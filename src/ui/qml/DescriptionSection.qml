@@ -33,6 +33,7 @@ Rectangle {
         height: SheetTheme.descriptionHeight
         clip: true
         boundsBehavior: Flickable.StopAtBounds
+        Component.onCompleted: contentY = 0 // an empty text is scrolled to the padding above it otherwise
 
         T.TextArea.flickable: T.TextArea {
             id: area
@@ -51,9 +52,9 @@ Rectangle {
             onTextChanged: root.controller.message = text
             onActiveFocusChanged: activeFocus ? root.controller.textViewDidBeginEditing()
                                               : root.controller.textViewDidEndEditing()
-            KeyNavigation.priority: KeyNavigation.BeforeItem
-            KeyNavigation.tab: nextItemInFocusChain()
-            KeyNavigation.backtab: nextItemInFocusChain(false)
+            Keys.priority: Keys.BeforeItem // a tab would be a letter of the text
+            Keys.onTabPressed: nextItemInFocusChain().forceActiveFocus(Qt.TabFocusReason)
+            Keys.onBacktabPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
             Accessible.role: Accessible.EditableText
             Accessible.name: title.text
             Accessible.description: placeholder.text

@@ -25,6 +25,9 @@ Rectangle {
     }
     T.TextField {
         id: field
+
+        readonly property real room: clear.visible ? SheetTheme.clearButtonSize + SheetTheme.emailGap : 0
+
         objectName: "emailField"
         anchors {
             left: parent.left; leftMargin: SheetTheme.margin
@@ -40,12 +43,34 @@ Rectangle {
         verticalAlignment: TextInput.AlignVCenter
         inputMethodHints: Qt.ImhEmailCharactersOnly | Qt.ImhNoAutoUppercase | Qt.ImhNoPredictiveText
         EnterKey.type: Qt.EnterKeyDone
-        readOnly: root.controller.isSending
+        leftPadding: LayoutMirroring.enabled ? room : 0
+        rightPadding: LayoutMirroring.enabled ? 0 : room
+        enabled: !root.controller.isSending
         onTextEdited: root.controller.email = text
         onAccepted: root.controller.doneTapped()
         Accessible.role: Accessible.EditableText
         Accessible.name: title.text
 
+        Tappable {
+            id: clear
+            objectName: "emailClearButton"
+            anchors { right: parent.right; verticalCenter: parent.verticalCenter }
+            width: SheetTheme.clearButtonSize
+            height: SheetTheme.clearButtonSize
+            visible: field.activeFocus && field.length > 0
+            focusPolicy: Qt.NoFocus // the field keeps the keyboard
+            text: Texts.text("zenvor_clear_text_a11y", "Clear text")
+            onClicked: {
+                field.clear()
+                root.controller.email = ""
+            }
+
+            SymbolItem {
+                anchors.fill: parent
+                name: "xmark.circle.fill"
+                color: SheetTheme.secondaryText
+            }
+        }
         Label {
             anchors.fill: parent
             visible: field.length === 0 && field.preeditText === ""

@@ -1,4 +1,5 @@
 import QtQuick
+import Zenvor.Resources
 import Zenvor.Screens
 
 Screen {
@@ -33,11 +34,15 @@ Screen {
     Rectangle {
         id: sheet
 
+        readonly property real topGap: Math.max(SheetTheme.topGap, Appearance.safeAreaTop)
         readonly property real swiped: Math.max(swipe.active ? swipe.translation.y : 0, 0)
 
-        anchors { horizontalCenter: parent.horizontalCenter; top: parent.top; topMargin: SheetTheme.topGap + swiped }
+        anchors {
+            horizontalCenter: parent.horizontalCenter
+            top: parent.top; topMargin: topGap + swiped
+        }
         width: Math.min(parent.width, SheetTheme.greatestWidth)
-        height: parent.height - SheetTheme.topGap + radius // the lower corners are out of sight
+        height: parent.height - topGap + radius // the lower corners are out of sight
         radius: SheetTheme.cornerRadius
         color: SheetTheme.background
 
@@ -46,69 +51,75 @@ Screen {
             onClicked: root.controller.doneTapped()
         }
 
-        Flickable {
+        FormScroll {
             objectName: "scrollView"
-            anchors { fill: parent; topMargin: sheet.radius; bottomMargin: sheet.radius }
-            contentWidth: width
-            contentHeight: stack.height
-            clip: true
-            boundsBehavior: Flickable.StopAtBounds
+            anchors {
+                fill: parent
+                leftMargin: Math.max(0, Appearance.safeAreaLeft - sheet.x)
+                topMargin: sheet.radius
+                rightMargin: Math.max(0, Appearance.safeAreaRight - sheet.x)
+                bottomMargin: sheet.radius + Appearance.safeAreaBottom
+            }
+            hiddenTop: sheet.radius
+            controller: root.controller
 
-            Column {
-                id: stack
+            Header {
                 width: parent.width
+                controller: root.controller
 
-                Header {
-                    width: parent.width
-                    controller: root.controller
-
-                    DragHandler {
-                        id: swipe
-                        target: null
-                        acceptedDevices: PointerDevice.TouchScreen
-                        xAxis.enabled: false
-                        onActiveChanged: {
-                            if (!active && persistentTranslation.y > SheetTheme.swipeDistance)
-                                root.controller.swipedAway()
-                            persistentTranslation = Qt.vector2d(0, 0)
-                        }
+                DragHandler {
+                    id: swipe
+                    target: null
+                    acceptedDevices: PointerDevice.TouchScreen
+                    xAxis.enabled: false
+                    onActiveChanged: {
+                        if (!active && persistentTranslation.y > SheetTheme.swipeDistance)
+                            root.controller.swipedAway()
+                        persistentTranslation = Qt.vector2d(0, 0)
                     }
                 }
-                SheetSeparator { width: parent.width }
-                EmailSection {
-                    width: parent.width
-                    controller: root.controller
-                }
-                SheetSeparator { width: parent.width }
-                DescriptionSection {
-                    width: parent.width
-                    controller: root.controller
-                }
-                SheetSeparator { width: parent.width }
-                OccurrenceFrequencySection {
-                    width: parent.width
-                    visible: root.controller.isBug
-                    controller: root.controller
-                }
-                SheetSeparator {
-                    width: parent.width
-                    visible: root.controller.isBug
-                }
-                ScreenshotSection {
-                    width: parent.width
-                    controller: root.controller
-                }
-                SheetSeparator { width: parent.width }
-                ContactSection {
-                    width: parent.width
-                    controller: root.controller
-                }
-                SheetSeparator { width: parent.width }
-                ActivityRow {
-                    width: parent.width
-                    isActive: root.controller.isSending
-                }
+            }
+            SheetSeparator { width: parent.width }
+            EmailSection {
+                width: parent.width
+                controller: root.controller
+            }
+            SheetSeparator { width: parent.width }
+            DescriptionSection {
+                width: parent.width
+                controller: root.controller
+            }
+            SheetSeparator { width: parent.width }
+            OccurrenceFrequencySection {
+                width: parent.width
+                visible: root.controller.isBug
+                controller: root.controller
+            }
+            SheetSeparator {
+                width: parent.width
+                visible: root.controller.isBug
+            }
+            ScreenshotSection {
+                width: parent.width
+                controller: root.controller
+            }
+            SheetSeparator { width: parent.width }
+            ContactSection {
+                width: parent.width
+                controller: root.controller
+            }
+            SheetSeparator { width: parent.width }
+            ActivityRow {
+                width: parent.width
+                isActive: root.controller.isSending
             }
         }
+    }
+
+    KeyboardAccessory {
+        anchors { left: parent.left; right: parent.right; bottom: parent.bottom; bottomMargin: root.controller.keyboard.overlap - height }
+        height: root.controller.keyboard.accessoryHeight
+        visible: root.controller.keyboard.overlap > 0
+        onDoneTapped: root.controller.doneTapped()
     }
 }

@@ -94,46 +94,17 @@ Rectangle {
                     id: choices
                     model: root.controller.occurrenceFrequencies
 
-                    Tappable {
-                        id: choice
-
+                    FrequencyChoice {
                         required property int index
                         required property string modelData
 
                         objectName: "occurrenceFrequencyChoice"
                         width: button.width - 2
-                        height: SheetTheme.menuRowHeight
-                        focusRadius: SheetTheme.frequencyRadius
                         text: modelData
-                        Accessible.role: Accessible.RadioButton
-                        Accessible.checked: index === root.controller.selectedOccurrenceFrequency
-                        Keys.onDownPressed: nextItemInFocusChain().forceActiveFocus(Qt.TabFocusReason)
-                        Keys.onUpPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
+                        checked: index === root.controller.selectedOccurrenceFrequency
                         onClicked: {
                             root.controller.selectedOccurrenceFrequency = index
                             menu.close()
-                        }
-
-                        Label {
-                            anchors {
-                                left: parent.left; leftMargin: SheetTheme.frequencyPadding
-                                right: mark.left; rightMargin: SheetTheme.frequencyGap
-                                verticalCenter: parent.verticalCenter
-                            }
-                            text: choice.text
-                            font: SheetTypography.fieldText
-                            color: SheetTheme.primaryText
-                            horizontalAlignment: Text.AlignLeft
-                            Accessible.ignored: true
-                        }
-                        SymbolItem {
-                            id: mark
-                            anchors { right: parent.right; rightMargin: SheetTheme.frequencyPadding; verticalCenter: parent.verticalCenter }
-                            width: SheetTheme.checkSymbolSize
-                            height: SheetTheme.checkSymbolSize
-                            visible: choice.index === root.controller.selectedOccurrenceFrequency
-                            name: "checkmark"
-                            color: SheetTheme.accent
                         }
                     }
                 }

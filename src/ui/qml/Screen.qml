@@ -12,6 +12,12 @@ FocusScope {
     LayoutMirroring.enabled: Texts.isRightToLeft()
     LayoutMirroring.childrenInherit: true
 
+    // What is dragged here ends here: items behind this one would be offered it otherwise.
+    DropArea {
+        anchors.fill: parent
+        onDropped: drop => drop.accept(Qt.IgnoreAction)
+    }
+
     Keys.onShortcutOverride: event => event.accepted = true
     Keys.onPressed: event => {
         if (event.key === Qt.Key_Escape || event.key === Qt.Key_Back) {

@@ -42,6 +42,14 @@ Rectangle {
                 enabled: !root.controller.isSending
                 onClicked: root.controller.removeScreenshotTapped()
             }
+            MediaButton {
+                objectName: "editOverlayButton"
+                anchors { right: parent.right; bottom: parent.bottom; margins: SheetTheme.mediaButtonInset }
+                visible: false // there is no editor yet
+                symbol: "pencil"
+                text: Texts.text("zenvor_edit_screenshot_a11y", "Edit screenshot")
+                enabled: !root.controller.isSending
+            }
         }
     }
     Label {
@@ -58,13 +66,46 @@ Rectangle {
         wrapMode: Text.Wrap
         horizontalAlignment: Text.AlignLeft
     }
+    Tappable {
+        id: addMedia
+        objectName: "addMediaButton"
+        anchors {
+            left: parent.left; leftMargin: SheetTheme.margin
+            top: helper.bottom; topMargin: SheetTheme.addMediaGap
+        }
+        width: Math.min(addMediaLabel.implicitWidth + 2 * SheetTheme.addMediaPaddingX, parent.width - 2 * SheetTheme.margin)
+        height: visible ? addMediaLabel.implicitHeight + 2 * SheetTheme.addMediaPaddingY : -SheetTheme.addMediaGap
+        visible: false // there is nothing to choose from yet
+        focusRadius: SheetTheme.addMediaRadius
+        text: root.controller.addMediaTitle
+        enabled: !root.controller.isSending
+        onClicked: root.controller.addMediaTapped()
+
+        background: Rectangle {
+            radius: SheetTheme.addMediaRadius
+            color: "transparent"
+            border.width: 1
+            Component.onCompleted: border.color = SheetTheme.addMediaBorder // stays as it is
+        }
+
+        Label {
+            id: addMediaLabel
+            anchors { fill: parent; leftMargin: SheetTheme.addMediaPaddingX; rightMargin: SheetTheme.addMediaPaddingX }
+            text: addMedia.text
+            font: SheetTypography.helperStrong
+            color: SheetTheme.accent
+            opacity: addMedia.down ? SheetTheme.pressedOpacity : 1
+            verticalAlignment: Text.AlignVCenter
+            Accessible.ignored: true
+        }
+    }
     Flickable {
         id: strip
         objectName: "additionalMediaScrollView"
         anchors {
             left: parent.left; leftMargin: SheetTheme.margin
             right: parent.right; rightMargin: SheetTheme.margin
-            top: helper.bottom; topMargin: SheetTheme.stripGap
+            top: addMedia.bottom; topMargin: SheetTheme.stripGap
         }
         height: visible ? SheetTheme.stripHeight : 0
         visible: cards.count > 0

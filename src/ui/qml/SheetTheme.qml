@@ -15,6 +15,7 @@ QtObject {
     readonly property color headerButtonBackground: Appearance.isDark ? Qt.rgba(1, 1, 1, 0.04) : Qt.rgba(0, 0, 0, 0.03)
     readonly property color headerButtonBorder: Appearance.isDark ? Qt.rgba(1, 1, 1, 0.16) : Qt.rgba(0, 0, 0, 0.12)
     readonly property color cardBorder: Appearance.isDark ? Qt.rgba(1, 1, 1, 0.10) : Qt.rgba(0, 0, 0, 0.08)
+    readonly property color addMediaBorder: Appearance.isDark ? Qt.rgba(1, 1, 1, 0.18) : Qt.rgba(0, 0, 0, 0.14)
     readonly property color mediaPreviewBackground: Qt.rgba(0, 0, 0, Appearance.isDark ? 0.20 : 0.08)
     readonly property color mediaActionBackground: "#007aff"
     readonly property color mediaActionTint: "#ffffff"
@@ -70,6 +71,13 @@ QtObject {
     readonly property real checkRadius: 8
     readonly property real checkBorder: 1.5
     readonly property real checkSymbolSize: 16
+    readonly property real accessoryPadding: 12
+    readonly property real revealMargin: 12
+    readonly property real clearButtonSize: 18
+    readonly property real addMediaGap: 10
+    readonly property real addMediaRadius: 10
+    readonly property real addMediaPaddingX: 12
+    readonly property real addMediaPaddingY: 8
     readonly property real activityHeight: 40
     readonly property real activitySize: 20
 }

@@ -10,5 +10,6 @@ QtObject {
     readonly property font body: Fonts.make(15, Font.Normal)
     readonly property font helper: Fonts.make(12, Font.Normal)
     readonly property font helperStrong: Fonts.make(12, Font.DemiBold)
+    readonly property font done: Fonts.make(17, Font.DemiBold)
     readonly property font frequencyLabel: Fonts.make(13, Font.DemiBold)
 }

@@ -9,7 +9,7 @@ T.AbstractButton {
     property real focusRadius: 0
 
     focusPolicy: Qt.TabFocus
-    Accessible.role: Accessible.Button
+    Accessible.role: checkable ? Accessible.CheckBox : Accessible.Button
     Accessible.name: text
     Accessible.onPressAction: root.clicked()
     Keys.onReturnPressed: root.clicked()
