@@ -2,6 +2,7 @@
 #include "support/log_recorder.h"
 #include "support/quick_host.h"
 #include "support/test_service.h"
+#include "ui/feedback_view_controller.h"
 #include "ui/send_error_message.h"
 
 #include <zenvor/report_service.h>
@@ -38,15 +39,10 @@ private Q_SLOTS:
     void removesTheScreenshot();
     void removesAnAttachment();
     void leavesStepByStep();
+    void knowsHowManyFilesFit();
+    void swipedAwayItBlocksTheNextFlow();
 
 private:
-    void open(QLatin1StringView row);
-    bool isShown(QLatin1StringView name) const { return m_host->find(name); }
-    QString textOf(QLatin1StringView name) const
-    {
-        const auto *item = m_host->find(name);
-        return item ? item->property("text").toString() : QString();
-    }
     /// The last report that was posted.
     QJsonObject report() const;
 
@@ -64,24 +60,14 @@ void TestForm::init()
 {
     m_service.reset();
     m_host = std::make_unique<QuickHost>();
-    QVERIFY(QTest::qWaitForWindowActive(&m_host->view));
-    QTRY_COMPARE(keyWindow(), &m_host->view);
+    QVERIFY(QTest::qWaitForWindowActive(m_host->window()));
+    QTRY_COMPARE(keyWindow(), m_host->window());
 }
 
 void TestForm::cleanup()
 {
     m_host.reset();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-}
-
-void TestForm::open(QLatin1StringView row)
-{
-    Zenvor::shared().present();
-    QTRY_VERIFY(isShown("categoryDialog"_L1));
-    QTRY_COMPARE(m_host->find("categoryDialog"_L1)->parentItem()->opacity(), 1.0);
-    m_host->tap(row);
-    QTRY_VERIFY(isShown("feedbackSheet"_L1));
-    QTRY_COMPARE(m_host->find("feedbackSheet"_L1)->mapToScene({}), QPointF());
 }
 
 QJsonObject TestForm::report() const
@@ -108,25 +94,25 @@ void TestForm::deliversWhatWasTyped()
     QFETCH(const bool, allowsContact);
     Zenvor::shared().addPendingAttachmentData("....ftypisom"_ba, u"video/mp4"_s);
     test::LogRecorder log;
-    open(isBug ? "reportBugRow"_L1 : "suggestImprovementRow"_L1);
-    QCOMPARE(isShown("occurrenceFrequencyButton"_L1), isBug);
-    QVERIFY(textOf("screenshotHelperLabel"_L1).endsWith("\nSelected extra media: 1 (2/5)."_L1));
+    m_host->openForm(isBug ? "reportBugRow"_L1 : "suggestImprovementRow"_L1);
+    QCOMPARE(m_host->isShown("occurrenceFrequencyButton"_L1), isBug);
+    QVERIFY(m_host->textOf("screenshotHelperLabel"_L1).endsWith("\nSelected extra media: 1 (2/5)."_L1));
     m_host->tap("messageTextView"_L1);
     m_host->type(u" It breaks <b>now</b> ");
     if (isBug) {
         m_host->tap("occurrenceFrequencyButton"_L1);
-        QTRY_VERIFY(isShown("occurrenceFrequencyChoice"_L1));
-        QTest::keyClick(&m_host->view, Qt::Key_Down);
-        QTest::keyClick(&m_host->view, Qt::Key_Return);
-        QTRY_COMPARE(textOf("occurrenceFrequencyButton"_L1), u"A few times (2-3)"_s);
+        QTRY_VERIFY(m_host->isShown("occurrenceFrequencyChoice"_L1));
+        m_host->press(Qt::Key_Down);
+        m_host->press(Qt::Key_Return);
+        QTRY_COMPARE(m_host->textOf("occurrenceFrequencyButton"_L1), u"A few times (2-3)"_s);
     }
     m_host->tap("emailField"_L1);
     m_host->type(u"a@b.example ");
     if (allowsContact)
         m_host->tap("includeContactLabel"_L1);
     m_host->tap("sendTopButton"_L1);
-    QTRY_COMPARE(textOf("alertTitle"_L1), u"Thank You"_s);
-    QCOMPARE(textOf("alertMessage"_L1), u"Your report has been received."_s);
+    QTRY_COMPARE(m_host->textOf("alertTitle"_L1), u"Thank You"_s);
+    QCOMPARE(m_host->textOf("alertMessage"_L1), u"Your report has been received."_s);
 
     const auto sent = report();
     QCOMPARE(sent.value("message"_L1).toString(), u"It breaks <b>now</b>"_s);
@@ -140,25 +126,25 @@ void TestForm::deliversWhatWasTyped()
 
     QVERIFY(!log.lines().contains(u"info Zenvor: Presentation skipped: already presenting."_s));
     m_host->tap("alertOkButton"_L1);
-    QTRY_VERIFY(!isShown("feedbackSheet"_L1));
+    QTRY_VERIFY(!m_host->isShown("feedbackSheet"_L1));
     Zenvor::shared().present(); // the guard is cleared
-    QTRY_VERIFY(isShown("categoryDialog"_L1));
+    QTRY_VERIFY(m_host->isShown("categoryDialog"_L1));
 }
 
 void TestForm::asksForADescription()
 {
-    open("reportBugRow"_L1);
+    m_host->openForm("reportBugRow"_L1);
     for (const auto &text : {u""_s, u"  "_s}) {
         if (!text.isEmpty()) {
             m_host->tap("messageTextView"_L1);
             m_host->type(text);
         }
         m_host->tap("sendTopButton"_L1);
-        QTRY_COMPARE(textOf("alertTitle"_L1), u"Missing Field"_s);
-        QCOMPARE(textOf("alertMessage"_L1), u"Description is required."_s);
-        QTest::keyClick(&m_host->view, Qt::Key_Escape);
-        QTRY_VERIFY(!isShown("alert"_L1));
-        QVERIFY(isShown("feedbackSheet"_L1));
+        QTRY_COMPARE(m_host->textOf("alertTitle"_L1), u"Missing Field"_s);
+        QCOMPARE(m_host->textOf("alertMessage"_L1), u"Description is required."_s);
+        m_host->press(Qt::Key_Escape);
+        QTRY_VERIFY(!m_host->isShown("alert"_L1));
+        QVERIFY(m_host->isShown("feedbackSheet"_L1));
     }
     QVERIFY(!m_service.requestLines().contains("POST /v1/sdk/validate"_L1));
 }
@@ -196,17 +182,18 @@ void TestForm::tellsWhatWentWrong()
 {
     QFETCH(const QByteArray, fault);
     QFETCH(const QString, message);
-    open("reportBugRow"_L1);
+    m_host->openForm("reportBugRow"_L1);
     m_service.reset(fault);
     m_host->tap("messageTextView"_L1);
     m_host->type(u"words");
     m_host->tap("sendTopButton"_L1);
-    QTRY_VERIFY(isShown("alert"_L1));
-    QTEST(textOf("alertTitle"_L1), "title");
-    QVERIFY2(textOf("alertMessage"_L1).contains(message), qPrintable(textOf("alertMessage"_L1)));
+    QTRY_VERIFY(m_host->isShown("alert"_L1));
+    QTEST(m_host->textOf("alertTitle"_L1), "title");
+    QVERIFY2(m_host->textOf("alertMessage"_L1).contains(message),
+             qPrintable(m_host->textOf("alertMessage"_L1)));
     QFETCH(const bool, isSubmitted);
     QCOMPARE(m_service.requestLines().contains("POST /v1/sdk/reports"_L1), isSubmitted);
-    QCOMPARE(textOf("messageTextView"_L1), u"words"_s); // nothing is lost
+    QCOMPARE(m_host->textOf("messageTextView"_L1), u"words"_s); // nothing is lost
 }
 
 void TestForm::choosesTheMessageByPhrases_data()
@@ -232,26 +219,26 @@ void TestForm::choosesTheMessageByPhrases()
 
 void TestForm::cannotBeLeftByItsButtonsWhileItSends()
 {
-    open("reportBugRow"_L1);
+    m_host->openForm("reportBugRow"_L1);
     m_service.reset(R"({"path":"/v1/sdk/reports","delayMs":600,"handle":true})");
     m_host->tap("messageTextView"_L1);
     m_host->type(u"words");
     m_host->tap("sendTopButton"_L1);
-    QTRY_VERIFY(isShown("activityIndicator"_L1));
+    QTRY_VERIFY(m_host->isShown("activityIndicator"_L1));
     m_host->tap("sendTopButton"_L1);
     m_host->tap("closeButton"_L1);
-    QTest::keyClick(&m_host->view, Qt::Key_Escape);
+    m_host->press(Qt::Key_Escape);
     m_host->tap("messageTextView"_L1);
     m_host->type(u"more");
-    QTRY_COMPARE(textOf("alertTitle"_L1), u"Thank You"_s);
-    QVERIFY(!isShown("activityIndicator"_L1));
+    QTRY_COMPARE(m_host->textOf("alertTitle"_L1), u"Thank You"_s);
+    QVERIFY(!m_host->isShown("activityIndicator"_L1));
     QCOMPARE(m_service.requestLines().count("POST /v1/sdk/reports"_L1), 1);
     QCOMPARE(report().value("message"_L1).toString(), u"words"_s);
 }
 
 void TestForm::sendsOnWhenTheHostsWindowIsGone()
 {
-    open("reportBugRow"_L1);
+    m_host->openForm("reportBugRow"_L1);
     m_service.reset(R"({"path":"/v1/sdk/validate","delayMs":300,"handle":true})");
     m_host->tap("messageTextView"_L1);
     m_host->type(u"words");
@@ -260,21 +247,21 @@ void TestForm::sendsOnWhenTheHostsWindowIsGone()
     m_host = std::make_unique<QuickHost>();
     QTRY_VERIFY(m_service.requestLines().contains("POST /v1/sdk/reports"_L1));
     QTest::qWait(100);
-    QVERIFY(!isShown("alert"_L1));
+    QVERIFY(!m_host->isShown("alert"_L1));
 }
 
 void TestForm::removesTheScreenshot()
 {
-    open("reportBugRow"_L1);
-    QVERIFY(isShown("screenshotContainer"_L1));
+    m_host->openForm("reportBugRow"_L1);
+    QVERIFY(m_host->isShown("screenshotContainer"_L1));
     const auto helperTop = m_host->find("screenshotHelperLabel"_L1)->mapToScene({}).y();
     m_host->tap("removeScreenshotButton"_L1);
-    QVERIFY(!isShown("screenshotContainer"_L1));
+    QVERIFY(!m_host->isShown("screenshotContainer"_L1));
     QCOMPARE(m_host->find("screenshotHelperLabel"_L1)->mapToScene({}).y(), helperTop); // its place is kept
     m_host->tap("messageTextView"_L1);
     m_host->type(u"words");
     m_host->tap("sendTopButton"_L1);
-    QTRY_COMPARE(textOf("alertTitle"_L1), u"Thank You"_s);
+    QTRY_COMPARE(m_host->textOf("alertTitle"_L1), u"Thank You"_s);
     QVERIFY(!report().contains("screenshot_upload_id"_L1));
 }
 
@@ -285,12 +272,14 @@ void TestForm::removesAnAttachment()
     Zenvor::shared().addPendingAttachment(picture, 0.9);
     Zenvor::shared().addPendingAttachmentData("....ftypisom"_ba, u"video/mp4"_s);
     Zenvor::shared().addPendingAttachment(picture, 0.9);
-    open("suggestImprovementRow"_L1);
+    m_host->openForm("suggestImprovementRow"_L1);
+    const auto shown = m_host->find("screenshotImageView"_L1)->property("image").value<QImage>();
+    QCOMPARE(shown.size(), picture.size()); // the first picture is the screenshot
     auto *strip = m_host->find("additionalMediaScrollView"_L1);
     QCOMPARE(strip->height(), 124.0);
-    QVERIFY(textOf("screenshotHelperLabel"_L1).endsWith("\nSelected extra media: 2 (3/5)."_L1));
+    QVERIFY(m_host->textOf("screenshotHelperLabel"_L1).endsWith("\nSelected extra media: 2 (3/5)."_L1));
     m_host->tap("mediaCardRemoveButton"_L1); // the video
-    QTRY_VERIFY(textOf("screenshotHelperLabel"_L1).endsWith("\nSelected extra media: 1 (2/5)."_L1));
+    QTRY_VERIFY(m_host->textOf("screenshotHelperLabel"_L1).endsWith("\nSelected extra media: 1 (2/5)."_L1));
     QTRY_VERIFY(m_host->find("mediaCard"_L1)
                     ->property("card")
                     .value<QObject *>()
@@ -301,29 +290,65 @@ void TestForm::removesAnAttachment()
                 > 200); // shown when it is decoded
     m_host->tap("mediaCardRemoveButton"_L1);
     QTRY_VERIFY(!strip->isVisible());
-    QVERIFY(!textOf("screenshotHelperLabel"_L1).contains("extra"_L1));
+    QVERIFY(!m_host->textOf("screenshotHelperLabel"_L1).contains("extra"_L1));
     m_host->tap("messageTextView"_L1);
     m_host->type(u"words");
     m_host->tap("sendTopButton"_L1);
-    QTRY_COMPARE(textOf("alertTitle"_L1), u"Thank You"_s);
+    QTRY_COMPARE(m_host->textOf("alertTitle"_L1), u"Thank You"_s);
     QCOMPARE(m_service.sandbox().reports().newest().attachments.size(), 1);
 }
 
 void TestForm::leavesStepByStep()
 {
-    open("reportBugRow"_L1);
+    m_host->openForm("reportBugRow"_L1);
     m_host->tap("occurrenceFrequencyButton"_L1);
-    QTRY_VERIFY(isShown("occurrenceFrequencyChoice"_L1));
-    QTest::keyClick(&m_host->view, Qt::Key_Escape);
-    QTRY_VERIFY(!isShown("occurrenceFrequencyChoice"_L1));
+    QTRY_VERIFY(m_host->isShown("occurrenceFrequencyChoice"_L1));
+    m_host->press(Qt::Key_Escape);
+    QTRY_VERIFY(!m_host->isShown("occurrenceFrequencyChoice"_L1));
     m_host->tap("emailField"_L1);
     QVERIFY(m_host->find("emailField"_L1)->hasActiveFocus());
-    QTest::keyClick(&m_host->view, Qt::Key_Escape);
+    m_host->press(Qt::Key_Escape);
     QVERIFY(!m_host->find("emailField"_L1)->hasActiveFocus());
-    QVERIFY(isShown("feedbackSheet"_L1));
-    QTest::keyClick(&m_host->view, Qt::Key_Escape);
-    QTRY_VERIFY(!isShown("feedbackSheet"_L1));
+    QVERIFY(m_host->isShown("feedbackSheet"_L1));
+    m_host->press(Qt::Key_Escape);
+    QTRY_VERIFY(!m_host->isShown("feedbackSheet"_L1));
     QVERIFY(m_host->field()->hasActiveFocus());
+}
+
+void TestForm::knowsHowManyFilesFit()
+{
+    for (int i = 0; i < 4; ++i)
+        Zenvor::shared().addPendingAttachmentData("....ftypisom"_ba, u"video/mp4"_s);
+    m_host->openForm("reportBugRow"_L1);
+    auto *form = m_host->find("feedbackSheet"_L1)->property("controller").value<FeedbackViewController *>();
+    QCOMPARE(form->addMediaTitle(), u"Add Media (5/5)"_s);
+    form->addMediaTapped();
+    QTRY_COMPARE(m_host->textOf("alertTitle"_L1), u"Attachment Limit"_s);
+    QCOMPARE(m_host->textOf("alertMessage"_L1), u"You can attach up to 5 files per report."_s);
+}
+
+// The last one: nothing clears the guard after it.
+void TestForm::swipedAwayItBlocksTheNextFlow()
+{
+    static auto *const touchscreen = QTest::createTouchDevice(); // Qt keeps it listed to the end
+    const auto swipe = [this](int distance) {
+        QPoint finger(195, 100);
+        QTest::touchEvent(m_host->window(), touchscreen).press(0, finger).commit();
+        for (int moved = 0; moved < distance; moved += 10) {
+            finger.ry() += 10;
+            QTest::touchEvent(m_host->window(), touchscreen).move(0, finger).commit();
+        }
+        QTest::touchEvent(m_host->window(), touchscreen).release(0, finger).commit();
+    };
+    test::LogRecorder log;
+    m_host->openForm("reportBugRow"_L1);
+    const auto rest = m_host->rectOf("closeButton"_L1);
+    swipe(60); // not far enough
+    QTRY_COMPARE(m_host->rectOf("closeButton"_L1), rest);
+    swipe(300);
+    QTRY_VERIFY(!m_host->isShown("feedbackSheet"_L1));
+    Zenvor::shared().present();
+    QTRY_VERIFY(log.lines().contains(u"info Zenvor: Presentation skipped: already presenting."_s));
 }
 
 int main(int argc, char **argv)

@@ -1,0 +1,306 @@
+#include "platform/window.h"
+#include "support/quick_host.h"
+#include "ui/alert_view_controller.h"
+#include "ui/feedback_view_controller.h"
+#include "ui/quick_presenter.h"
+
+#include <QAccessible>
+#include <QFontMetricsF>
+#include <QGuiApplication>
+
+using namespace zenvor;
+using namespace Qt::StringLiterals;
+using test::QuickHost;
+
+namespace {
+
+QByteArray controlsHost(const QByteArray &style, const QByteArray &setting)
+{
+    return "import QtQuick; import QtQuick.Controls." + style
+        + "; ApplicationWindow { width: 390; height: 844; color: 'steelblue'; " + setting + " }";
+}
+
+QColor borderOf(const QQuickItem *item)
+{
+    return item->property("border").value<QObject *>()->property("color").value<QColor>();
+}
+
+} // namespace
+
+/// What the form looks like, and what assistive tools are told of it.
+class TestFormLook : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void laysTheSectionsOutToTheLetter_data();
+    void laysTheSectionsOutToTheLetter();
+    void makesWayForTheKeyboard_data();
+    void makesWayForTheKeyboard();
+    void showsWhatHasTheKeyboard();
+    void followsTheAppearanceExceptForBorders();
+    void looksTheSameInEveryHost_data();
+    void looksTheSameInEveryHost();
+    void keepsTheButtonOfALongAlertInReach();
+    void namesEveryControl_data();
+    void namesEveryControl();
+    void goesThroughTheControlsInTheirOrder();
+
+private:
+    std::shared_ptr<FeedbackViewController> openForm(FeedbackCategory category = FeedbackCategory::Bug);
+    QQuickItem *find(const char *name) const { return m_host->find(QLatin1StringView(name)); }
+    QRectF rect(const char *name) const { return m_host->rectOf(QLatin1StringView(name)); }
+
+    std::unique_ptr<QuickHost> m_host;
+};
+
+void TestFormLook::init()
+{
+    m_host = std::make_unique<QuickHost>();
+    QVERIFY(QTest::qWaitForWindowActive(m_host->window()));
+}
+
+void TestFormLook::cleanup()
+{
+    m_host.reset();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+std::shared_ptr<FeedbackViewController> TestFormLook::openForm(FeedbackCategory category)
+{
+    const ZenvorConfiguration configuration(u"token"_s, false);
+    FormAttachments attachments;
+    attachments.currentScreenshot = QImage(390, 844, QImage::Format_RGB32);
+    attachments.currentScreenshot->fill(Qt::darkGreen);
+    attachments.additionalAttachments = {{"....ftypisom"_ba, u"video/mp4"_s, u"video"_s}};
+    auto form = std::make_shared<FeedbackViewController>(configuration, ReportClient(configuration), category,
+                                                         std::move(attachments), [] {});
+    form->present(QuickPresenter::shared(), ModalPresentationStyle::PageSheet, false, m_host->window());
+    m_host->window()->grabWindow(); // lays everything out
+    return form;
+}
+
+void TestFormLook::laysTheSectionsOutToTheLetter_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<QRectF>("sheet"); // what can be seen of it
+    QTest::newRow("phone") << QSize(390, 844) << QRectF(0, 44, 390, 800);
+    QTest::newRow("phone on its side") << QSize(844, 390) << QRectF(102, 44, 640, 346);
+    QTest::newRow("tablet") << QSize(820, 1180) << QRectF(90, 44, 640, 1136);
+}
+
+void TestFormLook::laysTheSectionsOutToTheLetter()
+{
+    QFETCH(const QSize, size);
+    QFETCH(const QRectF, sheet);
+    const auto form = openForm();
+    m_host->window()->resize(size); // while it is open
+    QTRY_COMPARE(find("feedbackSheet")->width(), qreal(size.width()));
+    const qreal line = 1 / m_host->window()->effectiveDevicePixelRatio();
+    const auto textHeight = [](int pixels, QFont::Weight weight) {
+        QFont font;
+        font.setPixelSize(pixels);
+        font.setWeight(weight);
+        return std::ceil(QFontMetricsF(font).height());
+    };
+
+    QRectF expected(sheet.left() + 22, sheet.top() + 17, 44, 44);
+    QCOMPARE(rect("closeButton"), expected);
+    expected.moveRight(sheet.right() - 22);
+    QCOMPARE(rect("sendTopButton"), expected);
+    qreal section = sheet.top() + 78 + line;
+
+    const qreal width = sheet.width() - 48;
+    const qreal title = textHeight(14, QFont::DemiBold);
+    QCOMPARE(rect("emailField"), QRectF(sheet.left() + 24, section + 14 + title + 8, width, 32));
+    section += 14 + title + 8 + 32 + 22 + line;
+    QCOMPARE(rect("messageTextView").topLeft(), QPointF(sheet.left() + 20, section + 14 + title + 6));
+    section += 14 + title + 6 + 90 + 12 + line;
+    const qreal label = textHeight(13, QFont::DemiBold);
+    QCOMPARE(rect("occurrenceFrequencyButton"),
+             QRectF(sheet.left() + 24, section + 10 + label + 6, width, 38));
+    section += 10 + label + 6 + 38 + 10 + line;
+
+    const QRectF picture(sheet.left() + 24, section + 16, 116, 116);
+    QCOMPARE(rect("screenshotContainer"), picture);
+    QCOMPARE(rect("screenshotImageView"), picture.adjusted(8, 8, -8, -8));
+    QCOMPARE(rect("removeScreenshotButton"), QRectF(picture.right() - 30, picture.top() + 6, 24, 24));
+    const auto helper = rect("screenshotHelperLabel");
+    QCOMPARE(helper.top(), picture.bottom() + 12);
+    const auto strip = rect("additionalMediaScrollView");
+    QCOMPARE(strip, QRectF(sheet.left() + 24, helper.bottom() + 12, width, 124));
+    QCOMPARE(rect("mediaCard"), QRectF(strip.topLeft(), QSizeF(116, 124)));
+    QCOMPARE(rect("mediaCardRemoveButton"), QRectF(strip.left() + 86, strip.top() + 6, 24, 24));
+    QCOMPARE(rect("includeContactCheck"), QRectF(sheet.left() + 24, strip.bottom() + 14 + line + 14, 28, 28));
+    QCOMPARE(rect("includeContactLabel").left(), sheet.left() + 24 + 28 + 12);
+}
+
+void TestFormLook::makesWayForTheKeyboard_data()
+{
+    QTest::addColumn<QRectF>("keyboard");
+    QTest::addColumn<qreal>("safeBottom");
+    QTest::addColumn<qreal>("inset");
+    QTest::newRow("over the lower part") << QRectF(0, 544, 390, 300) << 0.0 << 312.0;
+    QTest::newRow("with a bar of the system") << QRectF(0, 544, 390, 300) << 34.0 << 278.0;
+    QTest::newRow("below the window") << QRectF(0, 900, 390, 300) << 0.0 << 12.0;
+    QTest::newRow("within the bar of the system") << QRectF(0, 830, 390, 14) << 34.0 << 12.0;
+    QTest::newRow("none") << QRectF() << 0.0 << 12.0;
+}
+
+void TestFormLook::makesWayForTheKeyboard()
+{
+    QFETCH(const QRectF, keyboard);
+    QFETCH(const qreal, safeBottom);
+    m_host->window()->setProperty("zenvorSafeAreaMargins",
+                                  QVariant::fromValue(QMarginsF(0, 0, 0, safeBottom)));
+    const auto form = openForm();
+    auto *const scroll = find("scrollView");
+    form->keyboard()->keyboardWillChangeFrame(keyboard, 20);
+    QFETCH(const qreal, inset);
+    QTRY_COMPARE(scroll->property("bottomMargin").toReal(), inset);
+    QCOMPARE(m_host->isShown("keyboardAccessory"_L1), keyboard.top() > 0 && keyboard.top() < 844);
+    form->keyboard()->keyboardWillHide(20);
+    QTRY_COMPARE(scroll->property("bottomMargin").toReal(), 0.0);
+    QVERIFY(!m_host->isShown("keyboardAccessory"_L1));
+}
+
+void TestFormLook::showsWhatHasTheKeyboard()
+{
+    const auto form = openForm();
+    m_host->window()->resize(390, 500);
+    m_host->tap("messageTextView"_L1);
+    form->keyboard()->keyboardWillChangeFrame({0, 240, 390, 260}, 20);
+    QTRY_VERIFY(rect("messageTextView").bottom() <= 240);
+    QVERIFY(rect("messageTextView").top() >= 44);
+    m_host->tap("doneButton"_L1);
+    QVERIFY(!find("messageTextView")->hasActiveFocus());
+    form->keyboard()->keyboardWillHide(20);
+    QTRY_VERIFY(!m_host->isShown("keyboardAccessory"_L1));
+    for (int i = 0; i < 20 && !find("includeContactCheck")->hasActiveFocus(); ++i)
+        m_host->press(Qt::Key_Tab);
+    QTRY_VERIFY(rect("includeContactCheck").bottom() <= 500);
+}
+
+void TestFormLook::followsTheAppearanceExceptForBorders()
+{
+    const auto form = openForm();
+    auto *const button = find("screenshotContainer");
+    const auto lightBorder = borderOf(button);
+    QCOMPARE(lightBorder, QColor::fromRgbF(0, 0, 0, 0.08F));
+    QCOMPARE(find("messageTextView")->property("color").value<QColor>(), QColor(Qt::black));
+    m_host->window()->setProperty("zenvorInterfaceStyle", u"dark"_s);
+    QTRY_COMPARE(find("messageTextView")->property("color").value<QColor>(), QColor(Qt::white));
+    QCOMPARE(button->property("color").value<QColor>(), QColor::fromRgbF(0.16F, 0.17F, 0.20F));
+    QCOMPARE(borderOf(button), lightBorder);
+    const auto picture = m_host->window()->grabWindow();
+    const auto pixel = rect("emailField").bottomLeft() + QPointF(0, 10); // of the section
+    QCOMPARE(picture.pixel((pixel * m_host->window()->effectiveDevicePixelRatio()).toPoint()),
+             QColor::fromRgbF(0.14F, 0.15F, 0.17F).rgb());
+}
+
+void TestFormLook::looksTheSameInEveryHost_data()
+{
+    QTest::addColumn<QByteArray>("host");
+    QTest::newRow("Basic") << controlsHost("Basic", "");
+    QTest::newRow("Fusion, other colours")
+        << controlsHost("Fusion", "palette { text: 'red'; button: 'red' }");
+    QTest::newRow("Material") << controlsHost("Material", "");
+    QTest::newRow("Universal") << controlsHost("Universal", "");
+    QTest::newRow("another font") << controlsHost("Basic",
+                                                  "font { pixelSize: 30; italic: true; bold: true }");
+    QTest::newRow("mirrored") << controlsHost(
+        "Basic", "LayoutMirroring.enabled: true; LayoutMirroring.childrenInherit: true");
+}
+
+void TestFormLook::looksTheSameInEveryHost()
+{
+    QFETCH(const QByteArray, host);
+    const auto picture = [this] {
+        const auto form = openForm();
+        return m_host->window()->grabWindow();
+    };
+    const auto plain = picture();
+    m_host = std::make_unique<QuickHost>(host);
+    QVERIFY(QTest::qWaitForWindowActive(m_host->window()));
+    m_host->window()->setProperty("zenvorInterfaceStyle", u"light"_s);
+    QCOMPARE(picture(), plain);
+}
+
+void TestFormLook::keepsTheButtonOfALongAlertInReach()
+{
+    m_host->window()->resize(844, 390);
+    const auto alert = std::make_shared<AlertViewController>(
+        u"Failed to Send"_s, u"<b>words</b> "_s.repeated(400), std::function<void()>());
+    alert->present(QuickPresenter::shared(), ModalPresentationStyle::Alert, false, m_host->window());
+    QTRY_COMPARE(find("alert")->height(), 390.0);
+    QVERIFY(rect("alertOkButton").bottom() <= 390 - 20 + 1);
+    QVERIFY(rect("alertMessage").bottom() > 390); // it scrolls
+    QVERIFY(find("alertMessage")->property("text").toString().startsWith("<b>"_L1));
+    m_host->tap("alertOkButton"_L1);
+    QTRY_VERIFY(!m_host->isShown("alert"_L1));
+}
+
+void TestFormLook::namesEveryControl_data()
+{
+    QTest::addColumn<QAccessible::Role>("role");
+    QTest::addColumn<QString>("name");
+    const auto row = [](const char *control, QAccessible::Role role, const char *name) {
+        QTest::newRow(control) << role << QString::fromLatin1(name);
+    };
+    row("feedbackSheet", QAccessible::Dialog, "Report a bug");
+    row("closeButton", QAccessible::Button, "Close");
+    row("sendTopButton", QAccessible::Button, "Send");
+    row("emailField", QAccessible::EditableText, "Email");
+    row("messageTextView", QAccessible::EditableText, "Description");
+    row("occurrenceFrequencyButton", QAccessible::Button, "First time");
+    row("occurrenceFrequencyChoice", QAccessible::RadioButton, "First time");
+    row("screenshotImageView", QAccessible::Graphic, "Screenshot");
+    row("removeScreenshotButton", QAccessible::Button, "Remove screenshot");
+    row("mediaCard", QAccessible::Graphic, "Video");
+    row("mediaCardRemoveButton", QAccessible::Button, "Remove attachment");
+    row("includeContactCheck", QAccessible::CheckBox, "Allow support contact");
+}
+
+void TestFormLook::namesEveryControl()
+{
+    const auto form = openForm();
+    if (QTest::currentDataTag() == "occurrenceFrequencyChoice"_ba)
+        m_host->tap("occurrenceFrequencyButton"_L1);
+    auto *control = find(QTest::currentDataTag());
+    auto *interface = QAccessible::queryAccessibleInterface(control);
+    QVERIFY(interface);
+    QTEST(interface->role(), "role");
+    QTEST(interface->text(QAccessible::Name), "name");
+    if (interface->role() == QAccessible::CheckBox) {
+        QVERIFY(!interface->state().checked);
+        interface->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+        QVERIFY(interface->state().checked);
+        QVERIFY(form->allowsContact());
+    }
+}
+
+void TestFormLook::goesThroughTheControlsInTheirOrder()
+{
+    const auto form = openForm();
+    QStringList order;
+    for (int i = 0; i < 9; ++i) {
+        m_host->press(Qt::Key_Tab);
+        order.append(m_host->window()->activeFocusItem()->objectName());
+    }
+    const QStringList expected{u"closeButton"_s,
+                               u"sendTopButton"_s,
+                               u"emailField"_s,
+                               u"messageTextView"_s,
+                               u"occurrenceFrequencyButton"_s,
+                               u"removeScreenshotButton"_s,
+                               u"mediaCardRemoveButton"_s,
+                               u"includeContactCheck"_s,
+                               u"closeButton"_s};
+    QCOMPARE(order, expected);
+}
+
+QTEST_MAIN(TestFormLook)
+
+#include "tst_form_look.moc"
