@@ -2,8 +2,10 @@
 #include "resources/string_table.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -23,6 +25,7 @@ private Q_SLOTS:
     void followsTheLanguageOfTheApplication();
     void findsTheFirstBundle();
     void bringsItsOwnBundle();
+    void listsEveryText();
 
 private:
     /// Adds a table to m_bundle.
@@ -141,6 +144,26 @@ void TestStringTable::bringsItsOwnBundle()
     QCOMPARE(resourceBundle(), u":/com.zenvor.sdk/ZenvorSDK_ZenvorSDK.bundle"_s);
     QCOMPARE(localizedString("zenvor_ok"_ba, u"default"_s), u"OK"_s);
     QCOMPARE(localizedString("zenvor_sdk_version_format"_ba, QString(), {u"0.2.0"_s}), u"Zenvor v0.2.0"_s);
+}
+
+// What a translation starts from has every text, with the words that stand where it is looked up.
+void TestStringTable::listsEveryText()
+{
+    static const QRegularExpression lookUp(uR"re("(zenvor_\w+)"(?:_ba)?,\s*u?"((?:[^"\\]|\\.)*)")re"_s);
+    int texts = 0;
+    for (QDirIterator files(QStringLiteral(ZENVOR_SOURCES), {u"*.cpp"_s, u"*.qml"_s}, QDir::Files,
+                            QDirIterator::Subdirectories);
+         files.hasNext();) {
+        QFile file(files.next());
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const auto source = QString::fromUtf8(file.readAll());
+        for (auto found = lookUp.globalMatch(source); found.hasNext(); ++texts) {
+            const auto text = found.next();
+            const auto key = text.captured(1).toUtf8();
+            QVERIFY2(localizedString(key, u"missing"_s) == text.captured(2), key.constData());
+        }
+    }
+    QVERIFY(texts > 40);
 }
 
 QTEST_GUILESS_MAIN(TestStringTable)

@@ -111,7 +111,8 @@ void blurLine(QRgb *pixels, int count, qsizetype step, std::vector<QRgb> &line)
 
 QImage blurred(const QImage &image)
 {
-    constexpr int reduction = 8;
+    const int reduction =
+        std::max(qRound(8 * image.devicePixelRatio()), 1); // alike on screens of all densities
     constexpr int passes = 3; // of a box, to look like a lens
 
     if (image.isNull())

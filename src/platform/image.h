@@ -23,8 +23,8 @@ std::optional<QImage> decodeImage(const QByteArray &data, int longestSide);
 /// \a image, made smaller if need be so that no side exceeds \a longestSide pixels. Any thread.
 QImage shrunk(QImage image, int longestSide);
 
-/// \a image out of focus, an eighth as large, for a backdrop that is drawn stretched. Takes a few
-/// milliseconds for a window. Any thread.
+/// \a image out of focus, a pixel for eight by eight points, for a backdrop that is drawn stretched. Takes a
+/// few milliseconds for a window. Any thread.
 QImage blurred(const QImage &image);
 
 /// A JPEG file of \a quality 0 to 1; what is outside counts as the nearer end, what is not a number as 0.72.

@@ -6,6 +6,25 @@
 
 namespace zenvor {
 
+// A picture that is made much larger is out of focus anyway: to interpolate every pixel of a window would
+// take longer than a frame.
+void PictureItem::drawEnlarged(QPainter *painter, const QRectF &part, const QSizeF &target)
+{
+    constexpr int coarseness = 2;
+    if (4 * part.width() > target.width()) {
+        painter->drawImage(boundingRect(), m_image, part);
+        return;
+    }
+    QImage larger((target / coarseness).toSize(), QImage::Format_ARGB32_Premultiplied);
+    larger.fill(Qt::transparent);
+    QPainter smooth(&larger);
+    smooth.setRenderHint(QPainter::SmoothPixmapTransform);
+    smooth.drawImage(larger.rect(), m_image, part);
+    smooth.end();
+    painter->setRenderHint(QPainter::SmoothPixmapTransform, false);
+    painter->drawImage(boundingRect(), larger);
+}
+
 void PictureItem::setImage(const QVariant &image)
 {
     m_image = image.value<QImage>();
@@ -37,7 +56,7 @@ void PictureItem::paint(QPainter *painter)
     const QPointF corner((m_image.width() - part.width()) / 2, (m_image.height() - part.height()) / 2);
     const QSizeF target = boundingRect().size() * window()->effectiveDevicePixelRatio();
     if (part.width() <= 2 * target.width()) {
-        painter->drawImage(boundingRect(), m_image, QRectF(corner, part));
+        drawEnlarged(painter, QRectF(corner, part), target);
         return;
     }
     // A painter that makes it much smaller would leave out lines.

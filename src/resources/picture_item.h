@@ -30,6 +30,8 @@ Q_SIGNALS:
     void radiusChanged();
 
 private:
+    void drawEnlarged(QPainter *painter, const QRectF &part, const QSizeF &target);
+
     QImage m_image;
     qreal m_radius = 0;
 };

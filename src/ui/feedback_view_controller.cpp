@@ -2,6 +2,8 @@
 
 #include "client/report_client_error.h"
 #include "deviceinfo/device_info_provider.h"
+#include "platform/awaitable_callback.h"
+#include "platform/image.h"
 #include "resources/string_table.h"
 #include "ui/alert_view_controller.h"
 #include "ui/form_texts.h"
@@ -14,9 +16,31 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr double jpegQuality = 0.72;
+
 constexpr BugOccurrenceFrequency frequencies[] = {
     BugOccurrenceFrequency::FirstTime, BugOccurrenceFrequency::FewTimes, BugOccurrenceFrequency::SeveralTimes,
     BugOccurrenceFrequency::ManyTimes, BugOccurrenceFrequency::AlmostEveryTime};
+
+Task<std::optional<QByteArray>> encodedHere(QImage image)
+{
+    co_return encodeJpeg(image, jpegQuality);
+}
+
+// A JPEG file; nothing if it cannot be made one, and then the report goes without.
+Task<std::optional<QByteArray>> encoded(QImage image)
+{
+    const auto encoding = [image] {
+        return encodedHere(image);
+    };
+    std::optional<QByteArray> jpeg;
+    try {
+        jpeg = co_await runOn(makeBackgroundExecutor(), encoding);
+    } catch (const std::exception &) {
+        jpeg.reset();
+    }
+    co_return jpeg;
+}
 
 // Whether the service refuses the token for this app. A check that cannot be made refuses nothing.
 Task<bool> isTokenRefused(ReportClient client, QString bundleId)
@@ -180,12 +204,27 @@ void FeedbackViewController::sendTapped()
         return;
     }
     setSendingState(true);
-    send(std::move(*payload), m_attachments.uploads()); // detached: it catches everything
+    send(std::move(*payload)); // detached: it catches everything
 }
 
-Task<> FeedbackViewController::send(FeedbackReportPayload payload, QList<ReportUploadAttachment> attachments)
+// A picture that is no file yet is made one, on another thread: that takes longer than a frame.
+Task<std::optional<ReportUploadAttachment>> FeedbackViewController::resolvedScreenshotUploadPayload()
+{
+    if (const auto image = m_attachments.screenshotToEncode()) {
+        auto jpeg = co_await encoded(*image);
+        if (jpeg)
+            m_attachments.setEncodedScreenshot(std::move(*jpeg));
+    }
+    co_return m_attachments.screenshotUpload();
+}
+
+Task<> FeedbackViewController::send(FeedbackReportPayload payload)
 {
     const auto keepAlive = shared_from_this(); // the send outlives the sheet
+    auto attachments = m_attachments.additionalAttachments;
+    auto screenshot = co_await resolvedScreenshotUploadPayload();
+    if (screenshot)
+        attachments.prepend(std::move(*screenshot));
     const bool isRefused = co_await isTokenRefused(m_reportClient, payload.app.bundleId);
     if (isRefused) {
         setSendingState(false);

@@ -84,7 +84,8 @@ Q_SIGNALS:
     void endEditing();
 
 private:
-    Task<> send(FeedbackReportPayload payload, QList<ReportUploadAttachment> attachments);
+    Task<> send(FeedbackReportPayload payload);
+    Task<std::optional<ReportUploadAttachment>> resolvedScreenshotUploadPayload();
     void setSendingState(bool sending);
     void showAlert(const QString &title, const QString &message, std::function<void()> onOk = {});
     void showTokenAlert();

@@ -1,6 +1,5 @@
 #include "ui/form_attachments.h"
 
-#include "platform/image.h"
 #include "resources/string_table.h"
 
 namespace zenvor {
@@ -8,8 +7,6 @@ namespace zenvor {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr double jpegQuality = 0.72;
 
 QString normalizedScreenshotMimeType(const std::optional<QString> &mimeType)
 {
@@ -24,29 +21,24 @@ int FormAttachments::usedCount() const
     return int(additionalAttachments.size()) + (currentScreenshot ? 1 : 0);
 }
 
-std::optional<ReportUploadAttachment> FormAttachments::resolvedScreenshotUploadPayload()
+std::optional<QImage> FormAttachments::screenshotToEncode() const
 {
-    if (!currentScreenshot) {
-        removeScreenshot();
-        return std::nullopt;
-    }
-    if (!currentScreenshotData || currentScreenshotData->isEmpty()) {
-        auto data = encodeJpeg(*currentScreenshot, jpegQuality);
-        if (!data || data->isEmpty())
-            return std::nullopt;
-        currentScreenshotData = std::move(data);
-        currentScreenshotMimeType = u"image/jpeg"_s;
-    }
-    return ReportUploadAttachment{*currentScreenshotData,
-                                  normalizedScreenshotMimeType(currentScreenshotMimeType), u"screenshot"_s};
+    const bool isFile = currentScreenshotData && !currentScreenshotData->isEmpty();
+    return isFile ? std::nullopt : currentScreenshot;
 }
 
-QList<ReportUploadAttachment> FormAttachments::uploads()
+void FormAttachments::setEncodedScreenshot(QByteArray jpeg)
 {
-    auto all = additionalAttachments;
-    if (auto screenshot = resolvedScreenshotUploadPayload())
-        all.prepend(std::move(*screenshot));
-    return all;
+    currentScreenshotData = std::move(jpeg);
+    currentScreenshotMimeType = u"image/jpeg"_s;
+}
+
+std::optional<ReportUploadAttachment> FormAttachments::screenshotUpload() const
+{
+    if (!currentScreenshot || !currentScreenshotData || currentScreenshotData->isEmpty())
+        return std::nullopt;
+    return ReportUploadAttachment{*currentScreenshotData,
+                                  normalizedScreenshotMimeType(currentScreenshotMimeType), u"screenshot"_s};
 }
 
 void FormAttachments::removeScreenshot()

@@ -21,12 +21,13 @@ struct FormAttachments
     /// How many of the limit are taken.
     int usedCount() const;
 
-    /// The screenshot as it is sent; made a JPEG and kept so if it is no file yet. Nothing without one, or if
-    /// it cannot be made one. Takes some milliseconds the first time.
-    std::optional<ReportUploadAttachment> resolvedScreenshotUploadPayload();
+    /// The screenshot, if it is no file yet and has to be made one before it is sent.
+    std::optional<QImage> screenshotToEncode() const;
+    /// Keeps the file that the screenshot was made.
+    void setEncodedScreenshot(QByteArray jpeg);
 
-    /// All that is sent, the screenshot first.
-    QList<ReportUploadAttachment> uploads();
+    /// The screenshot as it is sent. Nothing without one, and while it is no file.
+    std::optional<ReportUploadAttachment> screenshotUpload() const;
 
     void removeScreenshot();
     /// Nothing if there is none at \a index.
