@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Draws the picture and the video that the demo sends: an app screen with a list that scrolls and a
-# spinner that does not stop. Needs ffmpeg; run it only to change them.
+# Draws a picture and a video to send: an app screen with a list that scrolls and a spinner that does
+# not stop. Needs ffmpeg; run it only to change them.
 set -euo pipefail
 cd "$(dirname "$0")"
 

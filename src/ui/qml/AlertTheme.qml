@@ -3,7 +3,7 @@ import QtQuick
 import Zenvor.Resources
 
 QtObject {
-    readonly property color card: Appearance.isDark ? "#1c1c1e" : "#ffffff"
+    readonly property color card: Appearance.isDark ? "#2c2c2e" : "#ffffff"
     readonly property color dim: Qt.rgba(0, 0, 0, 0.2)
     readonly property font titleFont: Fonts.make(17, Font.DemiBold)
     readonly property font messageFont: Fonts.make(13, Font.Normal)

@@ -1,0 +1,106 @@
+#include "driver/screens.h"
+
+#include "driver/failure.h"
+
+#include <QGuiApplication>
+#include <QTest>
+
+namespace driver {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int limitMs = 10'000;
+
+// The tree of what is drawn: the one of QObject misses what a popup or a window holds.
+void collect(QLatin1StringView name, QQuickItem *item, QList<QQuickItem *> *found)
+{
+    if (!item->isVisible())
+        return;
+    if (item->objectName() == name)
+        found->append(item);
+    const auto children = item->childItems();
+    for (auto *child : children)
+        collect(name, child, found);
+}
+
+bool isAtRest(QQuickItem *screen)
+{
+    for (const QQuickItem *item = screen; item; item = item->parentItem()) {
+        if (item->opacity() < 1)
+            return false;
+    }
+    return screen->mapToScene({}) == QPointF();
+}
+
+} // namespace
+
+QList<QQuickItem *> Screens::findAll(QLatin1StringView name) const
+{
+    QList<QQuickItem *> found;
+    const auto windows = QGuiApplication::allWindows();
+    for (auto *window : windows) {
+        auto *quickWindow = qobject_cast<QQuickWindow *>(window);
+        if (quickWindow && quickWindow->isVisible())
+            collect(name, quickWindow->contentItem(), &found);
+    }
+    return found;
+}
+
+QQuickItem *Screens::item(QLatin1StringView name, int index) const
+{
+    waitUntil(name + u" is shown"_s, [&] { return findAll(name).size() > index; });
+    return findAll(name).at(index);
+}
+
+QString Screens::text(QLatin1StringView name) const
+{
+    const auto found = findAll(name);
+    return found.isEmpty() ? QString() : found.constFirst()->property("text").toString();
+}
+
+void Screens::tap(QLatin1StringView name, int index)
+{
+    item(name, index)->window()->grabWindow(); // lays everything out
+    auto *target = item(name, index);
+    m_lastTapped = target->window();
+    const QPointF center = target->mapToScene({target->width() / 2, target->height() / 2});
+    if (!QRectF({}, m_lastTapped->size()).contains(center))
+        throw Failure{u"The middle of %1 lies outside of the window."_s.arg(name)};
+    if (!target->isEnabled())
+        throw Failure{u"%1 cannot be used."_s.arg(name)};
+    QTest::mouseClick(m_lastTapped, Qt::LeftButton, {}, center.toPoint());
+}
+
+void Screens::type(QLatin1StringView text)
+{
+    for (const char letter : text)
+        QTest::keyClick(m_lastTapped, letter);
+}
+
+void Screens::waitUntil(const QString &what, const std::function<bool()> &condition) const
+{
+    if (!QTest::qWaitFor(condition, limitMs))
+        throw Failure{u"Waited in vain until %1."_s.arg(what)};
+}
+
+void Screens::waitForScreen(QLatin1StringView name) const
+{
+    waitUntil(name + u" has opened"_s, [&] {
+        const auto found = findAll(name);
+        return !found.isEmpty() && isAtRest(found.constFirst());
+    });
+}
+
+void Screens::waitUntilGone(QLatin1StringView name) const
+{
+    waitUntil(name + u" has gone"_s, [&] { return !isShown(name); });
+}
+
+QImage Screens::picture(QLatin1StringView name) const
+{
+    return item(name)->window()->grabWindow();
+}
+
+} // namespace driver
