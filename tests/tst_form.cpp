@@ -1,6 +1,6 @@
 #include "platform/window.h"
 #include "support/log_recorder.h"
-#include "support/quick_host.h"
+#include "support/test_host.h"
 #include "support/test_service.h"
 #include "ui/feedback_view_controller.h"
 #include "ui/send_error_message.h"
@@ -15,7 +15,7 @@
 
 using namespace zenvor;
 using namespace Qt::StringLiterals;
-using test::QuickHost;
+using test::TestHost;
 using test::TestService;
 
 /// The form in a host's window, by real events: what the user reads, and what reaches the service.
@@ -47,7 +47,7 @@ private:
     QJsonObject report() const;
 
     TestService m_service;
-    std::unique_ptr<QuickHost> m_host;
+    std::unique_ptr<TestHost> m_host;
 };
 
 void TestForm::initTestCase()
@@ -59,7 +59,7 @@ void TestForm::initTestCase()
 void TestForm::init()
 {
     m_service.reset();
-    m_host = std::make_unique<QuickHost>();
+    m_host = std::make_unique<TestHost>();
     QVERIFY(QTest::qWaitForWindowActive(m_host->window()));
     QTRY_COMPARE(keyWindow(), m_host->window());
 }
@@ -244,7 +244,7 @@ void TestForm::sendsOnWhenTheHostsWindowIsGone()
     m_host->type(u"words");
     m_host->tap("sendTopButton"_L1);
     QTRY_VERIFY(!m_service.requestLines().isEmpty());
-    m_host = std::make_unique<QuickHost>();
+    m_host = std::make_unique<TestHost>();
     QTRY_VERIFY(m_service.requestLines().contains("POST /v1/sdk/reports"_L1));
     QTest::qWait(100);
     QVERIFY(!m_host->isShown("alert"_L1));
@@ -312,7 +312,7 @@ void TestForm::leavesStepByStep()
     QVERIFY(m_host->isShown("feedbackSheet"_L1));
     m_host->press(Qt::Key_Escape);
     QTRY_VERIFY(!m_host->isShown("feedbackSheet"_L1));
-    QVERIFY(m_host->field()->hasActiveFocus());
+    QVERIFY(m_host->hasFieldFocus());
 }
 
 void TestForm::knowsHowManyFilesFit()
@@ -333,12 +333,12 @@ void TestForm::swipedAwayItBlocksTheNextFlow()
     static auto *const touchscreen = QTest::createTouchDevice(); // Qt keeps it listed to the end
     const auto swipe = [this](int distance) {
         QPoint finger(195, 100);
-        QTest::touchEvent(m_host->window(), touchscreen).press(0, finger).commit();
+        QTest::touchEvent(m_host->scene(), touchscreen).press(0, finger).commit();
         for (int moved = 0; moved < distance; moved += 10) {
             finger.ry() += 10;
-            QTest::touchEvent(m_host->window(), touchscreen).move(0, finger).commit();
+            QTest::touchEvent(m_host->scene(), touchscreen).move(0, finger).commit();
         }
-        QTest::touchEvent(m_host->window(), touchscreen).release(0, finger).commit();
+        QTest::touchEvent(m_host->scene(), touchscreen).release(0, finger).commit();
     };
     test::LogRecorder log;
     m_host->openForm("reportBugRow"_L1);
@@ -356,7 +356,7 @@ int main(int argc, char **argv)
     const QTemporaryDir data;
     qputenv("XDG_DATA_HOME", data.path().toLocal8Bit());
     QGuiApplication::setDesktopFileName(TestService::bundleId());
-    QGuiApplication application(argc, argv);
+    const TestHost::Application application(argc, argv);
     TestForm test;
     return QTest::qExec(&test, argc, argv);
 }

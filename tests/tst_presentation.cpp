@@ -1,10 +1,10 @@
 #include "client/feedback_category.h"
 #include "platform/window.h"
 #include "support/log_recorder.h"
-#include "support/quick_host.h"
+#include "support/test_host.h"
 #include "support/test_service.h"
 #include "ui/category_dialog_view_controller.h"
-#include "ui/quick_presenter.h"
+#include "ui/presenters.h"
 
 #include <zenvor/report_service.h>
 #include <zenvor/shake.h>
@@ -16,7 +16,7 @@
 using namespace zenvor;
 using namespace Qt::StringLiterals;
 using test::LogRecorder;
-using test::QuickHost;
+using test::TestHost;
 using test::TestService;
 
 namespace {
@@ -55,7 +55,7 @@ private:
     std::shared_ptr<CategoryDialogViewController> openDialog();
 
     TestService m_service;
-    std::unique_ptr<QuickHost> m_host;
+    std::unique_ptr<TestHost> m_host;
 };
 
 void TestPresentation::initTestCase()
@@ -66,7 +66,7 @@ void TestPresentation::initTestCase()
 
 void TestPresentation::init()
 {
-    m_host = std::make_unique<QuickHost>();
+    m_host = std::make_unique<TestHost>();
     QVERIFY(QTest::qWaitForWindowActive(m_host->window()));
     QTRY_COMPARE(keyWindow(), m_host->window());
 }
@@ -80,9 +80,12 @@ void TestPresentation::cleanup()
 std::shared_ptr<CategoryDialogViewController> TestPresentation::openDialog()
 {
     auto dialog = std::make_shared<CategoryDialogViewController>();
-    dialog->present(QuickPresenter::shared(), ModalPresentationStyle::OverFullScreen, false,
+    dialog->present(*presenterFor(m_host->window()), ModalPresentationStyle::OverFullScreen, false,
                     m_host->window());
-    m_host->window()->grabWindow(); // lays everything out
+    m_host->scene()->grabWindow(); // lays everything out
+    [&] {
+        QVERIFY(QTest::qWaitForWindowActive(m_host->scene()));
+    }();
     return dialog;
 }
 
@@ -124,13 +127,13 @@ void TestPresentation::leavesTheDialog()
         QFAIL("nothing was chosen");
     };
     const auto card = m_host->find("cardView"_L1)->mapRectToScene({0, 0, 350, 300});
-    QTest::mouseClick(m_host->window(), Qt::LeftButton, {},
+    QTest::mouseClick(m_host->scene(), Qt::LeftButton, {},
                       QPoint(195, int(card.top()) + 30)); // no way to leave
     if (way == "button"_L1) {
         m_host->tap("cancelButton"_L1);
         m_host->tap("cancelButton"_L1); // while it fades away
     } else if (way == "beside the card"_L1) {
-        QTest::mouseClick(m_host->window(), Qt::LeftButton, {}, {195, 40});
+        QTest::mouseClick(m_host->scene(), Qt::LeftButton, {}, {195, 40});
     } else if (way == "Escape"_L1) {
         m_host->press(Qt::Key_Escape);
     } else if (way == "Back"_L1) {
@@ -143,7 +146,7 @@ void TestPresentation::leavesTheDialog()
     QCOMPARE(cancels, 0); // not before it is gone
     QTRY_COMPARE(cancels, 1);
     QVERIFY(!isOpen());
-    QVERIFY(m_host->field()->hasActiveFocus());
+    QVERIFY(m_host->hasFieldFocus());
 }
 
 void TestPresentation::choosesOnce_data()
@@ -185,24 +188,25 @@ void TestPresentation::keepsTheHostOutOfReach()
     const auto dialog = openDialog();
     QTRY_VERIFY(isOpen());
     const auto center = QPoint(195, 285); // on the card
-    QTest::mouseClick(m_host->window(), Qt::LeftButton, {}, center);
+    QTest::mouseClick(m_host->scene(), Qt::LeftButton, {}, center);
+    QTest::mouseClick(m_host->window(), Qt::LeftButton, {}, center); // where that is another one
     m_host->press(Qt::Key_K, Qt::ControlModifier);
     m_host->press(Qt::Key_X);
     for (int i = 0; i < 8; ++i) {
         m_host->press(Qt::Key_Tab);
-        QVERIFY(m_host->window()->activeFocusItem() != m_host->field());
+        QVERIFY(!m_host->hasFieldFocus());
     }
     static auto *const touchscreen = QTest::createTouchDevice(); // Qt keeps it listed to the end
-    QTest::touchEvent(m_host->window(), touchscreen).press(0, center).commit();
-    QTest::touchEvent(m_host->window(), touchscreen).release(0, center).commit();
+    QTest::touchEvent(m_host->scene(), touchscreen).press(0, center).commit();
+    QTest::touchEvent(m_host->scene(), touchscreen).release(0, center).commit();
     const QMimeData dragged;
     QDragEnterEvent entering(center, Qt::CopyAction, &dragged, Qt::LeftButton, {});
-    QCoreApplication::sendEvent(m_host->window(), &entering);
+    QCoreApplication::sendEvent(m_host->scene(), &entering);
     QDropEvent dropping(center, Qt::CopyAction, &dragged, Qt::LeftButton, {});
-    QCoreApplication::sendEvent(m_host->window(), &dropping);
+    QCoreApplication::sendEvent(m_host->scene(), &dropping);
     QVERIFY(isOpen());
     QCOMPARE(m_host->reached(), 0);
-    QCOMPARE(m_host->field()->property("text").toString(), QString());
+    QCOMPARE(m_host->fieldText(), QString());
 }
 
 void TestPresentation::followsTheAppearanceExceptForTheBorder()
@@ -256,7 +260,7 @@ void TestPresentation::survivesTheEndOfTheHostsWindow()
     LogRecorder log;
     for (int i = 0; i < 2; ++i) { // the guard is cleared
         m_host->openDialog();
-        m_host = std::make_unique<QuickHost>();
+        m_host = std::make_unique<TestHost>();
         QVERIFY(QTest::qWaitForWindowActive(m_host->window()));
         QTRY_COMPARE(keyWindow(), m_host->window());
     }
@@ -267,23 +271,10 @@ void TestPresentation::survivesTheEndOfTheHostsWindow()
 
 void TestPresentation::opensNoFormOverAViewThatIsGone()
 {
-    m_host.reset();
-    m_host = std::make_unique<QuickHost>(R"(
-        import QtQuick
-        import QtQuick.Controls.Basic
-        ApplicationWindow {
-            width: 390; height: 844
-            StackView {
-                objectName: "stack"; anchors.fill: parent
-                Component { id: page; Item {} }
-                Component.onCompleted: { push(page, {}, StackView.Immediate); push(page, {}, StackView.Immediate) }
-            }
-        })");
-    QVERIFY(QTest::qWaitForWindowActive(m_host->window()));
     LogRecorder log;
+    const auto removePage = m_host->showPageInStack();
     m_host->openDialog();
-    QMetaObject::invokeMethod(m_host->object("stack"), "clear");
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    removePage();
     m_host->tap("reportBugRow"_L1);
     QTRY_VERIFY(!isOpen());
     QVERIFY(!log.lines().contains(u"info Zenvor: Presenting feedback sheet for category."_s));
@@ -298,7 +289,7 @@ int main(int argc, char **argv)
     const QTemporaryDir data;
     qputenv("XDG_DATA_HOME", data.path().toLocal8Bit());
     QGuiApplication::setDesktopFileName(TestService::bundleId());
-    QGuiApplication application(argc, argv);
+    const TestHost::Application application(argc, argv);
     TestPresentation test;
     return QTest::qExec(&test, argc, argv);
 }

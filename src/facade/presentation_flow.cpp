@@ -6,7 +6,7 @@
 #include "platform/window.h"
 #include "ui/category_dialog_view_controller.h"
 #include "ui/feedback_view_controller.h"
-#include "ui/quick_presenter.h"
+#include "ui/presenters.h"
 
 #include <algorithm>
 
@@ -41,10 +41,16 @@ FormAttachments sorted(QList<PendingAttachment> pending)
 // The view in \a window that a screen lies over; null without a window or where there is no way to show one.
 QObject *topView(QWindow *window)
 {
-    const auto &presenter = QuickPresenter::shared();
-    if (!presenter.canShowOver(window))
-        return nullptr;
-    return topViewController(presenter.hostViews(), presenter.hostViews().rootView(window));
+    const auto *presenter = presenterFor(window);
+    return presenter ? topViewController(presenter->hostViews(), presenter->hostViews().rootView(window))
+                     : nullptr;
+}
+
+// False, with nothing shown, if the window is gone or cannot be shown over.
+bool show(ViewController &screen, ModalPresentationStyle style, QWindow *window)
+{
+    auto *presenter = presenterFor(window);
+    return presenter && screen.present(*presenter, style, true, window);
 }
 
 } // namespace
@@ -90,7 +96,7 @@ void PresentationFlow::presentCategoryDialog(PresentedItems items)
     dialog->onHostLost = [this] {
         m_isPresenting = false;
     };
-    if (!dialog->present(QuickPresenter::shared(), ModalPresentationStyle::OverFullScreen, true, window))
+    if (!show(*dialog, ModalPresentationStyle::OverFullScreen, window))
         m_isPresenting = false; // nothing is on screen that could clear it
 }
 
@@ -104,7 +110,7 @@ void PresentationFlow::presentFeedbackSheet(FeedbackCategory category, Presented
                                                                std::move(items.attachments), end);
     form->onHostLost = end;
     m_logger.info("Presenting feedback sheet for category."_L1);
-    if (!form->present(QuickPresenter::shared(), ModalPresentationStyle::PageSheet, true, items.window))
+    if (!show(*form, ModalPresentationStyle::PageSheet, items.window))
         end();
 }
 

@@ -15,7 +15,7 @@ constexpr auto styleProperty = "zenvorInterfaceStyle";
 constexpr auto safeAreaProperty = "zenvorSafeAreaMargins";
 constexpr auto ownWindowProperty = "_zenvorOwnWindow";
 
-WidgetWindows widgetWindows;
+WidgetWindows ofWidgets;
 
 bool isAccessory(const QWindow *window)
 {
@@ -90,7 +90,7 @@ QWindow *keyWindow()
         || QGuiApplication::applicationState() != Qt::ApplicationActive)
         return nullptr;
 
-    QWindow *window = widgetWindows.activeWindow ? widgetWindows.activeWindow() : nullptr;
+    QWindow *window = ofWidgets.activeWindow ? ofWidgets.activeWindow() : nullptr;
     window = hostWindowOf(window ? window : QGuiApplication::focusWindow());
     if (!window || !window->isVisible() || window->windowStates().testFlag(Qt::WindowMinimized))
         return nullptr;
@@ -99,13 +99,15 @@ QWindow *keyWindow()
 
 InterfaceStyle interfaceStyle(const QWindow *window)
 {
+    if (window && isOwnWindow(window))
+        window = window->transientParent(); // it stands for the host's
     if (!window)
         return InterfaceStyle::Unspecified;
     if (const auto style = styleFromProperty(window))
         return *style;
     if (const auto style = styleFromColor(window))
         return *style;
-    const auto palette = widgetWindows.palette ? widgetWindows.palette(window) : std::nullopt;
+    const auto palette = ofWidgets.palette ? ofWidgets.palette(window) : std::nullopt;
     return styleFromPalette(palette.value_or(QGuiApplication::palette()));
 }
 
@@ -114,7 +116,8 @@ QMarginsF safeAreaMargins(const QWindow *window)
 #if QT_VERSION >= QT_VERSION_CHECK(6, 9, 0)
     return window->safeAreaMargins();
 #else
-    return window->property(safeAreaProperty).value<QMarginsF>();
+    const auto *host = isOwnWindow(window) ? window->transientParent() : window;
+    return host ? host->property(safeAreaProperty).value<QMarginsF>() : QMarginsF();
 #endif
 }
 
@@ -125,7 +128,17 @@ void markAsOwnWindow(QWindow *window)
 
 void setWidgetWindows(WidgetWindows windows)
 {
-    widgetWindows = windows;
+    ofWidgets = windows;
+}
+
+const WidgetWindows &widgetWindows()
+{
+    return ofWidgets;
+}
+
+bool isWidgetWindow(const QWindow *window)
+{
+    return window && window->inherits("QWidgetWindow");
 }
 
 } // namespace zenvor

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <zenvor/zenvor_export.h>
+
+#include <QImage>
 #include <QMarginsF>
 #include <QPalette>
 
@@ -8,6 +11,8 @@
 class QWindow;
 
 namespace zenvor {
+
+class HostViews;
 
 enum class InterfaceStyle {
     Unspecified,
@@ -42,9 +47,23 @@ struct WidgetWindows
 
     /// The palette of the top-level widget that \a window belongs to, or nothing if it is none.
     std::optional<QPalette> (*palette)(const QWindow *window) = nullptr;
+
+    /// What \a window shows, at the pixel density of its screen. Blank if it is no widget's.
+    QImage (*picture)(QWindow *window) = nullptr;
+
+    /// Closes the menus and lists that are open: they would stay above everything else.
+    void (*closePopups)() = nullptr;
+
+    /// What such hosts show.
+    const HostViews *views = nullptr;
 };
 
 /// Takes effect from now on; a default WidgetWindows undoes it. Main thread.
-void setWidgetWindows(WidgetWindows windows);
+ZENVOR_EXPORT void setWidgetWindows(WidgetWindows windows);
+
+const WidgetWindows &widgetWindows();
+
+/// Whether \a window is that of a widget.
+bool isWidgetWindow(const QWindow *window);
 
 } // namespace zenvor

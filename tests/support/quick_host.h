@@ -1,22 +1,19 @@
 #pragma once
 
+#include "support/host.h"
+
+#include <QGuiApplication>
 #include <QQmlComponent>
 #include <QQmlEngine>
-#include <QQuickItem>
-#include <QQuickWindow>
-#include <QTest>
-
-#include <zenvor/zenvor.h>
 
 namespace zenvor::test {
 
-using namespace Qt::StringLiterals;
-
-/// A host with one window, and what its user does there.
-class QuickHost
+class QuickHost final : public Host
 {
 public:
-    /// \a qml makes a window, here one that is full of what must not be reached.
+    using Application = QGuiApplication;
+
+    /// \a qml makes the window.
     explicit QuickHost(const QByteArray &qml = plainWindow())
     {
         QQmlComponent component(&m_engine);
@@ -26,8 +23,8 @@ public:
             qFatal("%s", qPrintable(component.errorString()));
         window()->show();
         window()->requestActivate();
-        if (auto *item = field())
-            item->forceActiveFocus();
+        if (auto *field = object("field"))
+            qobject_cast<QQuickItem *>(field)->forceActiveFocus();
     }
 
     static QByteArray plainWindow()
@@ -51,72 +48,32 @@ public:
             })"_ba;
     }
 
-    QQuickWindow *window() const { return qobject_cast<QQuickWindow *>(m_root.get()); }
+    QQuickWindow *window() const override { return qobject_cast<QQuickWindow *>(m_root.get()); }
+    QQuickWindow *scene() const override { return window(); }
     QObject *object(const char *name) const { return m_root->findChild<QObject *>(QLatin1StringView(name)); }
-    QQuickItem *field() const { return find("field"_L1); }
-    int reached() const { return m_root->property("reached").toInt(); }
 
-    /// The first item of that name that can be seen.
-    QQuickItem *find(QLatin1StringView name) const { return find(name, window()->contentItem()); }
-    bool isShown(QLatin1StringView name) const { return find(name); }
-    QString textOf(QLatin1StringView name) const
-    {
-        const auto *item = find(name);
-        return item ? item->property("text").toString() : QString();
-    }
-    /// Where the item is in the window, once everything is laid out.
-    QRectF rectOf(QLatin1StringView name) const
-    {
-        window()->grabWindow();
-        const auto *item = find(name);
-        return item ? item->mapRectToScene({0, 0, item->width(), item->height()}) : QRectF();
-    }
+    bool hasFieldFocus() const override { return object("field")->property("activeFocus").toBool(); }
+    QString fieldText() const override { return object("field")->property("text").toString(); }
+    int reached() const override { return m_root->property("reached").toInt(); }
 
-    void tap(QLatin1StringView name)
+    std::function<void()> showPageInStack() override
     {
-        const QRectF rect = rectOf(name);
-        QVERIFY2(rect.isValid(), name.data());
-        QTest::mouseClick(window(), Qt::LeftButton, {}, rect.center().toPoint());
-    }
-    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
-    {
-        QTest::keyClick(window(), key, modifiers);
-    }
-    void type(QStringView text)
-    {
-        for (const QChar letter : text)
-            QTest::keyClick(window(), letter.toLatin1());
-    }
-
-    /// Opens the dialog by the public operation, and waits until it stands.
-    void openDialog()
-    {
-        Zenvor::shared().present();
-        QTRY_VERIFY(isShown("categoryDialog"_L1));
-        QTRY_COMPARE(find("categoryDialog"_L1)->parentItem()->opacity(), 1.0);
-    }
-    /// Opens the form by way of the dialog, and waits until it stands.
-    void openForm(QLatin1StringView row)
-    {
-        openDialog();
-        tap(row);
-        QTRY_VERIFY(isShown("feedbackSheet"_L1));
-        QTRY_COMPARE(find("feedbackSheet"_L1)->mapToScene({}), QPointF());
+        QQmlComponent component(&m_engine);
+        component.setData(R"(
+            import QtQuick
+            import QtQuick.Templates as T
+            T.StackView { anchors.fill: parent; initialItem: Component { Item {} } })",
+                          {});
+        auto *stack = component.createWithInitialProperties(
+            {{u"parent"_s, QVariant::fromValue(window()->contentItem())}});
+        stack->setParent(window());
+        return [stack] {
+            QMetaObject::invokeMethod(stack, "clear");
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        };
     }
 
 private:
-    static QQuickItem *find(QLatin1StringView name, QQuickItem *item)
-    {
-        if (item->objectName() == name && item->isVisible())
-            return item;
-        const auto children = item->childItems();
-        for (auto *child : children) {
-            if (auto *found = find(name, child))
-                return found;
-        }
-        return nullptr;
-    }
-
     QQmlEngine m_engine;
     std::unique_ptr<QObject> m_root;
 };

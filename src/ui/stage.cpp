@@ -1,0 +1,151 @@
+#include "ui/stage.h"
+
+#include "capture/window_capture.h"
+#include "platform/window.h"
+#include "resources/picture_item.h"
+
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QOpenGLContext>
+#include <QQuickWindow>
+#include <QSGRendererInterface>
+
+namespace zenvor {
+
+namespace {
+
+// A window whose scene finds no OpenGL ends the process. Once there are such windows it is too late to
+// choose, and not needed: they have found it.
+void chooseRenderer()
+{
+    static bool isChosen = false;
+    if (std::exchange(isChosen, true) || QQuickWindow::graphicsApi() != QSGRendererInterface::OpenGL)
+        return;
+    QOpenGLContext context;
+    if (!context.create())
+        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+}
+
+std::unique_ptr<QQuickWindow> makeWindow(QWindow *host)
+{
+    chooseRenderer();
+    auto window = std::make_unique<QQuickWindow>();
+    window->setFlags(Qt::Dialog | Qt::FramelessWindowHint);
+    window->setModality(Qt::ApplicationModal);
+    window->setTransientParent(host);
+    window->setTitle(host->title());
+    markAsOwnWindow(window.get());
+    return window;
+}
+
+} // namespace
+
+Stage::Stage(QWindow *host)
+    : m_host(host)
+    , m_window(makeWindow(host))
+    , m_picture(new PictureItem(m_window->contentItem()))
+{
+    takePicture();
+    followHost();
+    host->installEventFilter(this);
+    m_window->installEventFilter(this);
+    connect(host, &QObject::destroyed, this, &QObject::deleteLater);
+    // The flow ends, and the host goes on.
+    connect(m_window.get(), &QQuickWindow::sceneGraphError, this, &QObject::deleteLater);
+    m_window->show();
+    m_window->requestActivate();
+}
+
+Stage::~Stage()
+{
+    m_window->removeEventFilter(this);
+    m_window->hide();
+    if (m_host && m_host->isVisible())
+        m_host->requestActivate(); // not every system gives it back
+}
+
+bool Stage::isFor(const QWindow *window) const
+{
+    return window && (window == m_host || window == m_window.get());
+}
+
+void Stage::keepFor(QObject *screen)
+{
+    ++m_screens;
+    connect(screen, &QObject::destroyed, this, [this] {
+        --m_screens;
+        closeIfEmpty();
+    });
+}
+
+void Stage::closeIfEmpty()
+{
+    if (m_screens == 0)
+        deleteLater();
+}
+
+void Stage::takePicture()
+{
+    if (m_host)
+        m_picture->setImage(captureWindow(m_host));
+}
+
+void Stage::followHost()
+{
+    if (!m_host)
+        return;
+    m_window->setGeometry(m_host->geometry());
+    m_window->contentItem()->setSize(m_host->size()); // before it is shown as well
+    m_picture->setSize(m_host->size());
+}
+
+void Stage::showOrHide()
+{
+    if (!m_host)
+        return;
+    const bool isShown = m_host->isVisible() && !m_host->windowStates().testFlag(Qt::WindowMinimized);
+    if (isShown == m_window->isVisible())
+        return;
+    m_window->setVisible(isShown);
+    if (isShown)
+        m_window->requestActivate();
+}
+
+bool Stage::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_window.get()) {
+        if (event->type() != QEvent::Close)
+            return false;
+        // The window manager's way to leave is the user's.
+        QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+        QCoreApplication::sendEvent(watched, &escape);
+        event->ignore();
+        return true;
+    }
+    switch (event->type()) {
+    case QEvent::DynamicPropertyChange:
+    case QEvent::PaletteChange:
+    case QEvent::ThemeChange: {
+        QEvent change(QEvent::ThemeChange); // what the screens look like depends on the host's window
+        QCoreApplication::sendEvent(m_window.get(), &change);
+        break;
+    }
+    case QEvent::Move:
+        followHost();
+        break;
+    case QEvent::Resize:
+        followHost();
+        QMetaObject::invokeMethod(this, &Stage::takePicture, Qt::QueuedConnection); // when it is laid out
+        break;
+    case QEvent::Show:
+    case QEvent::Hide:
+    case QEvent::WindowStateChange:
+        QMetaObject::invokeMethod(this, &Stage::showOrHide, Qt::QueuedConnection);
+        break;
+    default:
+        break;
+    }
+    return false;
+}
+
+} // namespace zenvor

@@ -1,0 +1,97 @@
+#pragma once
+
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QTest>
+
+#include <zenvor/zenvor.h>
+
+namespace zenvor::test {
+
+using namespace Qt::StringLiterals;
+
+/// A host with one window that is full of what must not be reached, and what its user does to the library's
+/// screens.
+class Host
+{
+public:
+    virtual ~Host() = default;
+
+    virtual QWindow *window() const = 0;
+    /// The window whose scene the screens are in; null while there is none.
+    virtual QQuickWindow *scene() const = 0;
+
+    virtual bool hasFieldFocus() const = 0;
+    virtual QString fieldText() const = 0;
+    /// How often something has reached the host, other than its field.
+    virtual int reached() const = 0;
+
+    /// Puts a stack of pages with one page into the window, and gives what takes that page away.
+    virtual std::function<void()> showPageInStack() = 0;
+
+    /// The first item of that name that can be seen.
+    QQuickItem *find(QLatin1StringView name) const
+    {
+        return scene() ? find(name, scene()->contentItem()) : nullptr;
+    }
+    bool isShown(QLatin1StringView name) const { return find(name); }
+    QString textOf(QLatin1StringView name) const
+    {
+        const auto *item = find(name);
+        return item ? item->property("text").toString() : QString();
+    }
+    /// Where the item is in the window, once everything is laid out.
+    QRectF rectOf(QLatin1StringView name) const
+    {
+        scene()->grabWindow();
+        const auto *item = find(name);
+        return item ? item->mapRectToScene({0, 0, item->width(), item->height()}) : QRectF();
+    }
+
+    void tap(QLatin1StringView name)
+    {
+        const QRectF rect = rectOf(name);
+        QVERIFY2(rect.isValid(), name.data());
+        QTest::mouseClick(scene(), Qt::LeftButton, {}, rect.center().toPoint());
+    }
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
+    {
+        QTest::keyClick(scene(), key, modifiers);
+    }
+    void type(QStringView text)
+    {
+        for (const QChar letter : text)
+            QTest::keyClick(scene(), letter.toLatin1());
+    }
+
+    /// Opens the dialog by the public operation, and waits until it stands.
+    void openDialog()
+    {
+        Zenvor::shared().present();
+        QTRY_VERIFY(isShown("categoryDialog"_L1));
+        QTRY_COMPARE(find("categoryDialog"_L1)->parentItem()->opacity(), 1.0);
+    }
+    /// Opens the form by way of the dialog, and waits until it stands.
+    void openForm(QLatin1StringView row)
+    {
+        openDialog();
+        tap(row);
+        QTRY_VERIFY(isShown("feedbackSheet"_L1));
+        QTRY_COMPARE(find("feedbackSheet"_L1)->mapToScene({}), QPointF());
+    }
+
+private:
+    static QQuickItem *find(QLatin1StringView name, QQuickItem *item)
+    {
+        if (item->objectName() == name && item->isVisible())
+            return item;
+        const auto children = item->childItems();
+        for (auto *child : children) {
+            if (auto *found = find(name, child))
+                return found;
+        }
+        return nullptr;
+    }
+};
+
+} // namespace zenvor::test
