@@ -312,7 +312,7 @@ void TestForm::leavesStepByStep()
     QVERIFY(m_host->isShown("feedbackSheet"_L1));
     m_host->press(Qt::Key_Escape);
     QTRY_VERIFY(!m_host->isShown("feedbackSheet"_L1));
-    QVERIFY(m_host->hasFieldFocus());
+    QTRY_VERIFY(m_host->hasFieldFocus());
 }
 
 void TestForm::knowsHowManyFilesFit()
