@@ -13,6 +13,7 @@ QtObject {
     readonly property font chipFont: Fonts.make(19, Font.DemiBold)
     readonly property font versionFont: Fonts.make(12, Font.Medium)
     readonly property int versionSmallestSize: 10 // 0.8 of it
+    readonly property real versionSmallestScale: 0.8
     readonly property font titleFont: Fonts.make(18, Font.Normal)
     readonly property font subtitleFont: Fonts.make(14, Font.Normal)
     readonly property font cancelFont: Fonts.make(19, Font.Normal)

@@ -41,6 +41,7 @@ Rectangle {
         selectedTextColor: SheetTheme.mediaActionTint
         selectByMouse: true
         verticalAlignment: TextInput.AlignVCenter
+        horizontalAlignment: TextInput.AlignLeft // the side on which texts begin, whatever this one is
         inputMethodHints: Qt.ImhEmailCharactersOnly | Qt.ImhNoAutoUppercase | Qt.ImhNoPredictiveText
         EnterKey.type: Qt.EnterKeyDone
         leftPadding: LayoutMirroring.enabled ? room : 0

@@ -88,6 +88,8 @@ Rectangle {
             }
 
             Column {
+                LayoutMirroring.enabled: Texts.isRightToLeft() // a popup is not in the tree of what opens it
+                LayoutMirroring.childrenInherit: true
                 Accessible.role: Accessible.PopupMenu
 
                 Repeater {

@@ -7,6 +7,17 @@ T.AbstractButton {
     id: root
 
     property real focusRadius: 0
+    readonly property real touchTarget: 44
+
+    // However small it is drawn, a finger finds it.
+    readonly property real reachX: Math.max(0, (touchTarget - width) / 2)
+    readonly property real reachY: Math.max(0, (touchTarget - height) / 2)
+    containmentMask: QtObject {
+        function contains(point: point): bool {
+            return point.x >= -root.reachX && point.x < root.width + root.reachX
+                && point.y >= -root.reachY && point.y < root.height + root.reachY
+        }
+    }
 
     focusPolicy: Qt.TabFocus
     Accessible.role: checkable ? Accessible.CheckBox : Accessible.Button

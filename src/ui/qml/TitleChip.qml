@@ -18,8 +18,9 @@ Item {
         Label {
             id: label
             anchors { left: parent.left; leftMargin: DialogTheme.chipPadding; verticalCenter: parent.verticalCenter }
-            // A long one leaves a third to the version.
-            width: Math.min(implicitWidth, root.width * 2 / 3 - 2 * DialogTheme.chipPadding)
+            // A long one leaves the version the room that it cannot do without.
+            width: Math.min(implicitWidth, root.width - 2 * DialogTheme.margin - 2 * DialogTheme.chipPadding
+                            - DialogTheme.versionGap - version.implicitWidth * DialogTheme.versionSmallestScale)
             text: Texts.text("zenvor_need_help", "Need help?")
             font: DialogTheme.chipFont
             color: DialogTheme.chipText
@@ -27,6 +28,7 @@ Item {
     }
 
     Label {
+        id: version
         anchors {
             left: chip.right; leftMargin: DialogTheme.versionGap
             right: parent.right; rightMargin: DialogTheme.margin
