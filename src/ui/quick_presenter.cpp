@@ -8,6 +8,7 @@
 #include <QLoggingCategory>
 #include <QQmlComponent>
 #include <QQmlEngine>
+#include <QQmlProperty>
 #include <QQuickItem>
 #include <QQuickWindow>
 
@@ -59,6 +60,8 @@ public:
         connect(overlay, SIGNAL(closed()), this, SLOT(finish()));
         connect(m_host, &QObject::destroyed, this, &OverlayScreen::finish);
         QMetaObject::invokeMethod(overlay, "open");
+        // A popup is a dialog without a name: the screen in it is what assistive tools are to see.
+        QQmlProperty::write(view->parentItem(), u"Accessible.ignored"_s, true, qmlContext(view));
         view->forceActiveFocus(Qt::PopupFocusReason);
     }
 

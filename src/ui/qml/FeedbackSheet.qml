@@ -22,8 +22,11 @@ Screen {
     Component.onCompleted: root.controller.endEditing.connect(rest.forceActiveFocus)
 
     Item {
-        id: rest // has the keyboard when no control has it
+        id: rest // has the keyboard when no control has it, as while it sends: what it is called then is read out
         focus: true
+        Accessible.role: Accessible.StaticText
+        Accessible.name: root.controller.isSending ? Texts.text("zenvor_sending_a11y", "Sending") : ""
+        Accessible.ignored: !root.controller.isSending
     }
 
     Rectangle {
