@@ -109,13 +109,15 @@ Rectangle {
         }
         height: visible ? SheetTheme.stripHeight : 0
         visible: cards.count > 0
-        contentWidth: row.width
+        contentWidth: Math.max(row.width, width)
+        onContentWidthChanged: contentX = LayoutMirroring.enabled ? contentWidth - width : 0 // where reading begins
         contentHeight: height
         clip: true
         flickableDirection: Flickable.HorizontalFlick
 
         Row {
             id: row
+            anchors.left: parent.left
             spacing: SheetTheme.cardSpacing
 
             Repeater {
