@@ -108,7 +108,7 @@ struct Application
 
 } // namespace
 
-class tst_AccelerometerMotion : public QObject
+class TestAccelerometerMotion : public QObject
 {
     Q_OBJECT
 
@@ -124,19 +124,20 @@ private Q_SLOTS:
     void doesNothingWithoutAGraphicalApplication();
 };
 
-void tst_AccelerometerMotion::initTestCase()
+void TestAccelerometerMotion::initTestCase()
 {
     qputenv("QT_SENSORS_LOAD_PLUGINS", "0"); // this machine's sensors are not to be seen
 }
 
-void tst_AccelerometerMotion::cleanup()
+void TestAccelerometerMotion::cleanup()
 {
     for (const QByteArray &name : sensorNames) {
         if (QSensorManager::isBackendRegistered(QAccelerometer::sensorType, name))
             QSensorManager::unregisterBackend(QAccelerometer::sensorType, name);
     }
 }
-void tst_AccelerometerMotion::sensorRunsOnlyWhileWantedAndActive()
+
+void TestAccelerometerMotion::sensorRunsOnlyWhileWantedAndActive()
 {
     plugIn("test.accelerometer"_ba);
     int shakes = 0;
@@ -171,7 +172,7 @@ void tst_AccelerometerMotion::sensorRunsOnlyWhileWantedAndActive()
     QTRY_VERIFY(TestAccelerometer::isRunning());
 }
 
-void tst_AccelerometerMotion::sensorReportsEachShakeOnce()
+void TestAccelerometerMotion::sensorReportsEachShakeOnce()
 {
     plugIn("test.accelerometer"_ba);
     int shakes = 0;
@@ -197,7 +198,7 @@ void tst_AccelerometerMotion::sensorReportsEachShakeOnce()
     QCOMPARE(shakes, 1);
 }
 
-void tst_AccelerometerMotion::skipsTheStandInForAMissingSensor_data()
+void TestAccelerometerMotion::skipsTheStandInForAMissingSensor_data()
 {
     QTest::addColumn<QList<QByteArray>>("names");
     QTest::addColumn<QByteArray>("chosen");
@@ -206,7 +207,7 @@ void tst_AccelerometerMotion::skipsTheStandInForAMissingSensor_data()
     QTest::newRow("stand-in as the default") << sensorNames << sensorNames.constLast();
 }
 
-void tst_AccelerometerMotion::skipsTheStandInForAMissingSensor()
+void TestAccelerometerMotion::skipsTheStandInForAMissingSensor()
 {
     QFETCH(const QList<QByteArray>, names);
     QFETCH(const QByteArray, chosen);
@@ -233,14 +234,14 @@ void tst_AccelerometerMotion::skipsTheStandInForAMissingSensor()
     QTRY_VERIFY(TestAccelerometer::isRunning());
 }
 
-void tst_AccelerometerMotion::survivesItsEnd_data()
+void TestAccelerometerMotion::survivesItsEnd_data()
 {
     QTest::addColumn<QByteArrayView>("end");
     for (const char *end : {"before the search", "while it runs", "in the handler", "after the application"})
         QTest::newRow(end) << QByteArrayView(end);
 }
 
-void tst_AccelerometerMotion::survivesItsEnd()
+void TestAccelerometerMotion::survivesItsEnd()
 {
     QFETCH(const QByteArrayView, end);
     plugIn("test.accelerometer"_ba);
@@ -270,7 +271,7 @@ void tst_AccelerometerMotion::survivesItsEnd()
         QTRY_VERIFY(!TestAccelerometer::current);
 }
 
-void tst_AccelerometerMotion::doesNothingWithoutAGraphicalApplication()
+void TestAccelerometerMotion::doesNothingWithoutAGraphicalApplication()
 {
     plugIn("test.accelerometer"_ba);
     AccelerometerMotion motion([] {});
@@ -284,5 +285,6 @@ void tst_AccelerometerMotion::doesNothingWithoutAGraphicalApplication()
     QCoreApplication::processEvents();
     QVERIFY(!TestAccelerometer::current);
 }
-QTEST_APPLESS_MAIN(tst_AccelerometerMotion)
+
+QTEST_APPLESS_MAIN(TestAccelerometerMotion)
 #include "tst_accelerometer_motion.moc"

@@ -14,10 +14,8 @@
 #include <QtEndian>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstdio>
-#include <optional>
 
 using namespace zenvor;
 using namespace Qt::StringLiterals;
@@ -106,11 +104,10 @@ QByteArray zeros(qsizetype count)
 }
 
 // A grey PNG of one bit a pixel.
-QByteArray png(quint32 width, quint32 height, const QByteArray &data, const QByteArray &before = {},
-               const QByteArray &after = {})
+QByteArray png(quint32 width, quint32 height, const QByteArray &data, const QByteArray &before = {})
 {
     return "\x89PNG\r\n\x1a\n" + chunk("IHDR"_ba, big(width) + big(height) + "\1\0\0\0\0"_ba) + before
-        + chunk("IDAT"_ba, data) + after + chunk("IEND"_ba, {});
+        + chunk("IDAT"_ba, data) + chunk("IEND"_ba, {});
 }
 
 QByteArray texts(const QByteArray &type, const QByteArray &header, int count)
@@ -174,14 +171,15 @@ const QByteArray &hundredMegapixels()
     return result;
 }
 
-// What this program does when it is started with "--decode <allocation limit>": it decodes its standard input
-// and prints the size of the picture and the most memory, in kB, that it held at a time.
-int decodeStandardInput(int limit)
+// What this program does when it is started with "--decode": it decodes its standard input, without the
+// allocation limit of Qt, and prints the size of the picture and the most memory, in kB, that it held at a
+// time.
+int decodeStandardInput()
 {
     QFile input;
     if (!input.open(stdin, QIODevice::ReadOnly))
         return 1;
-    QImageReader::setAllocationLimit(limit);
+    QImageReader::setAllocationLimit(0);
     const QImage image = decodeImage(input.readAll(), 400).value_or(QImage());
     QFile status(u"/proc/self/status"_s);
     if (!status.open(QIODevice::ReadOnly))
@@ -192,25 +190,16 @@ int decodeStandardInput(int limit)
     return 0;
 }
 
-struct Outcome
-{
-    QByteArray size;
-    qint64 kilobytes = 0;
-};
-
-std::optional<Outcome> decodedInAnotherProcess(const QByteArray &data, int limit)
+// The size and the memory; nothing if it takes longer than five seconds.
+QByteArrayList decodedInAnotherProcess(const QByteArray &data)
 {
     QProcess process;
-    process.start(QCoreApplication::applicationFilePath(), {u"--decode"_s, QString::number(limit)});
+    process.start(QCoreApplication::applicationFilePath(), {u"--decode"_s});
     process.write(data);
     process.closeWriteChannel();
-    if (!process.waitForFinished(5000) || process.exitCode() != 0) {
-        process.kill();
-        process.waitForFinished();
-        return std::nullopt;
-    }
-    const QByteArrayList words = process.readAllStandardOutput().split(' ');
-    return Outcome{words.value(0), words.value(1).toLongLong()};
+    if (!process.waitForFinished(5000) || process.exitCode() != 0)
+        return {};
+    return process.readAllStandardOutput().split(' ');
 }
 
 } // namespace
@@ -226,7 +215,6 @@ private Q_SLOTS:
     void refusesWhatIsNoPicture();
     void makesNoSideLongerThanAsked_data();
     void makesNoSideLongerThanAsked();
-    void standsUprightAsItsOrientationMarkSays_data();
     void standsUprightAsItsOrientationMarkSays();
     void staysWithinMemoryAndTime_data();
     void staysWithinMemoryAndTime();
@@ -241,7 +229,6 @@ private Q_SLOTS:
     void showsWhiteThroughWhatIsTransparent();
     void keepsTheTextsOfAnImageToItself_data();
     void keepsTheTextsOfAnImageToItself();
-    void encodesOnlyWhatAJpegCanHold_data();
     void encodesOnlyWhatAJpegCanHold();
 };
 
@@ -272,11 +259,8 @@ void TestImage::refusesWhatIsNoPicture_data()
     QTest::newRow("nothing") << QByteArray();
     QTest::newRow("text") << "BMW builds cars"_ba;
     QTest::newRow("vector picture") << R"(<svg xmlns="http://www.w3.org/2000/svg" width="9" height="9"/>)"_ba;
-    QTest::newRow("document") << "%PDF-1.4\n"_ba;
-    QTest::newRow("picture that is a program text") << written(quarters({8, 8}), "xpm");
     QTest::newRow("video") << big(quint32(24)) + "ftypisom\0\0\0\0isommp42"_ba;
     QTest::newRow("brands that end before they begin") << big(quint32(1)) + "ftypheic\0\0\0\0"_ba;
-    QTest::newRow("the first bytes of a JPEG") << "\xff\xd8\xff"_ba;
     QTest::newRow("a segment beyond the end") << "\xff\xd8\xff\xe1\xff\xff"_ba;
     QTest::newRow("a scan of no picture") << "\xff\xd8"_ba + scan("\1\2\3"_ba, "\0\0\0"_ba);
     QTest::newRow("directory beyond the end") << "II*\0\xff\xff\xff\xff"_ba;
@@ -300,10 +284,8 @@ void TestImage::makesNoSideLongerThanAsked_data()
         return written(filled({width, height}, Qt::red), "jpeg");
     };
     QTest::newRow("wide") << jpegOf(1600, 1200) << 400 << QSize(400, 300);
-    QTest::newRow("high") << jpegOf(1200, 1600) << 400 << QSize(300, 400);
     QTest::newRow("by no eighth") << jpegOf(1000, 1000) << 999 << QSize(999, 999);
     QTest::newRow("small enough") << jpegOf(30, 40) << 400 << QSize(30, 40);
-    QTest::newRow("just right") << jpegOf(400, 300) << 400 << QSize(400, 300);
     QTest::newRow("a line") << jpegOf(10000, 3) << 400 << QSize(400, 1);
     QTest::newRow("a column with a colour table")
         << written(withColorTable({3, 10000}), "png") << 400 << QSize(1, 400);
@@ -321,28 +303,18 @@ void TestImage::makesNoSideLongerThanAsked()
     QTEST(image->size(), "size");
 }
 
-void TestImage::standsUprightAsItsOrientationMarkSays_data()
-{
-    QTest::addColumn<quint16>("orientation");
-    QTest::addColumn<QString>("seen");
-    constexpr std::array seen{"RGBW", "GRWB", "WBGR", "BWRG", "RBGW", "BRWG", "WGBR", "GWRB"};
-    for (quint16 i = 0; i < seen.size(); ++i)
-        QTest::addRow("%d", i + 1) << quint16(i + 1) << QString::fromLatin1(seen[i]);
-}
-
 void TestImage::standsUprightAsItsOrientationMarkSays()
 {
-    QFETCH(const quint16, orientation);
     QByteArray data = written(quarters({160, 80}), "jpeg", 90);
     data.insert(2,
                 segment('\xe1',
                         "Exif\0\0MM\0*"_ba + big(quint32(8)) + big(quint16(1)) + big(quint16(0x112))
-                            + big(quint16(3)) + big(quint32(1)) + big(orientation) + big(quint16(0))
+                            + big(quint16(3)) + big(quint32(1)) + big(quint16(6)) + big(quint16(0))
                             + big(quint32(0))));
     const auto image = decodeImage(data, 40);
     QVERIFY(image);
-    QCOMPARE(image->size(), orientation < 5 ? QSize(40, 20) : QSize(20, 40));
-    QTEST(seenQuarters(*image), "seen");
+    QCOMPARE(image->size(), QSize(20, 40));
+    QCOMPARE(seenQuarters(*image), u"BRWG"_s);
 }
 
 void TestImage::staysWithinMemoryAndTime_data()
@@ -359,7 +331,6 @@ void TestImage::staysWithinMemoryAndTime_data()
     QTest::newRow("photo of 100 megapixels") << hundredMegapixels() << "400x266"_ba << 40;
     QTest::newRow("JPEG that claims 3600 megapixels")
         << jpeg('\xc0', 60000, 60000, scan("\1\2\3"_ba, "\0\x3f\0"_ba)) << none << 20;
-    QTest::newRow("progressive one") << jpeg('\xc2', 60000, 60000, all) << none << 20;
     QTest::newRow("progressive one of 200 megapixels") << jpeg('\xc2', 20000, 10000, all) << none << 20;
     QTest::newRow("progressive one of 100 megapixels, with coarse colours")
         << jpeg('\xc2', 12240, 8160, all, '\x22') << "400x266"_ba << 340;
@@ -370,7 +341,6 @@ void TestImage::staysWithinMemoryAndTime_data()
     QTest::newRow("PNG that claims no end") << png(0x7fffffff, 0x7fffffff, zeros(9)) << none << 20;
     const QByteArray packed = texts("zTXt"_ba, "a\0\0"_ba, 20);
     QTest::newRow("PNG with packed texts") << png(1, 1, zeros(2), packed) << none << 20;
-    QTest::newRow("behind the pixels") << png(1, 1, zeros(2), {}, packed) << none << 20;
     const QByteArray packedUnicode = texts("iTXt"_ba, "a\0\1\0\0\0"_ba, 20);
     QTest::newRow("in Unicode") << png(1, 1, zeros(2), packedUnicode) << none << 20;
     const QByteArray photoshop = chunk("iTXt"_ba, "XML:com.adobe.xmp\0\0\0\0\0"_ba + QByteArray(90000, 'x'));
@@ -389,12 +359,11 @@ void TestImage::staysWithinMemoryAndTime()
     QFETCH(const QByteArray, data);
     QFETCH(const QByteArray, size);
     QFETCH(const int, megabytes);
-    const auto idle = decodedInAnotherProcess({}, 0);
-    const auto busy = decodedInAnotherProcess(data, 0);
-    QVERIFY(idle && busy);
-    QCOMPARE(busy->size, size);
-    const qint64 most = idle->kilobytes + data.size() / 1024 * 3 + megabytes * 1024;
-    QVERIFY2(busy->kilobytes < most, qPrintable(u"%1 of %2 kB"_s.arg(busy->kilobytes).arg(most)));
+    const auto idle = decodedInAnotherProcess({});
+    const auto busy = decodedInAnotherProcess(data);
+    QCOMPARE(busy.value(0), size);
+    const qint64 taken = busy.value(1).toLongLong() - idle.value(1).toLongLong();
+    QVERIFY2(taken < data.size() / 1024 * 3 + megabytes * 1024, qPrintable(u"%1 kB"_s.arg(taken)));
 }
 
 void TestImage::believesNoChunkOfAPngThatClaimsTooMuch_data()
@@ -404,7 +373,6 @@ void TestImage::believesNoChunkOfAPngThatClaimsTooMuch_data()
 
     const QByteArray gigabyte = big(quint32(1 << 30));
     const QByteArray whole = png(1, 1, zeros(2));
-    QTest::newRow("text") << png(1, 1, zeros(2), gigabyte + "tEXt"_ba) << false;
     QTest::newRow("text in Unicode") << png(1, 1, zeros(2), gigabyte + "iTXt"_ba) << false;
     QTest::newRow("colours") << png(1, 1, zeros(2), gigabyte + "iCCP"_ba) << false;
     QTest::newRow("last bytes of the file") << whole + gigabyte + "tEXt"_ba << false;
@@ -426,13 +394,10 @@ void TestImage::isNotBoundByTheApplicationsAllocationLimit_data()
     QTest::addColumn<QByteArray>("data");
     const QSize size(2000, 1500);
     QTest::newRow("photo of 100 megapixels") << hundredMegapixels();
-    QTest::newRow("photo") << written(filled(size, Qt::red), "jpeg");
     QTest::newRow("progressive photo") << written(filled(size, Qt::red), "jpeg", -1, true);
     QTest::newRow("screenshot") << written(filled(size, Qt::red), "png");
-    QTest::newRow("grey PNG") << written(filled(size, Qt::gray, QImage::Format_Grayscale8), "png");
     QTest::newRow("PNG with a colour table") << written(withColorTable(size), "png");
     QTest::newRow("PNG of 16 bits") << written(filled(size, Qt::red, QImage::Format_RGBA64), "png");
-    QTest::newRow("BMP") << written(filled(size, Qt::red), "bmp");
 }
 
 void TestImage::isNotBoundByTheApplicationsAllocationLimit()
@@ -461,10 +426,7 @@ void TestImage::encodesWithTheQualityThatIsAsked_data()
 {
     QTest::addColumn<double>("quality");
     QTest::addColumn<int>("percent");
-    QTest::newRow("the library's own") << 0.72 << 72;
     QTest::newRow("one that has no exact number") << 0.29 << 29;
-    QTest::newRow("least") << 0.0 << 0;
-    QTest::newRow("most") << 1.0 << 100;
     QTest::newRow("less than least") << -3.0 << 0;
     QTest::newRow("more than most") << double(INFINITY) << 100;
     QTest::newRow("no number") << double(NAN) << 72;
@@ -484,8 +446,6 @@ void TestImage::showsWhiteThroughWhatIsTransparent_data()
     const QColor red(255, 0, 0, 128);
     QImage image = filled({16, 16}, red, QImage::Format_ARGB32);
     QTest::newRow("straight") << image;
-    QTest::newRow("premultiplied") << image.convertToFormat(QImage::Format_ARGB32_Premultiplied);
-    QTest::newRow("16 bits") << image.convertToFormat(QImage::Format_RGBA64);
     image.setDevicePixelRatio(2);
     QTest::newRow("for a sharp screen") << image;
     QImage table = withColorTable({16, 16});
@@ -510,11 +470,8 @@ void TestImage::keepsTheTextsOfAnImageToItself_data()
     QTest::addColumn<QImage>("image");
     const QImage image = quarters({31, 17}); // whose lines end in padding where a pixel has less than 32 bits
     QTest::newRow("RGB32") << image;
-    QTest::newRow("RGB888") << image.convertToFormat(QImage::Format_RGB888);
     QTest::newRow("grey") << image.convertToFormat(QImage::Format_Grayscale8);
     QTest::newRow("colour table") << image.convertToFormat(QImage::Format_Indexed8);
-    QTest::newRow("black and white") << image.convertToFormat(QImage::Format_Mono);
-    QTest::newRow("transparent") << image.convertToFormat(QImage::Format_ARGB32);
     QImage colored = image;
     colored.setColorSpace(QColorSpace::DisplayP3);
     QTest::newRow("in a colour space") << colored;
@@ -530,26 +487,17 @@ void TestImage::keepsTheTextsOfAnImageToItself()
     QCOMPARE(data, encodeJpeg(image, 0.72));
 }
 
-void TestImage::encodesOnlyWhatAJpegCanHold_data()
-{
-    QTest::addColumn<QImage>("image");
-    QTest::addColumn<bool>("isHeld");
-    QTest::newRow("null") << QImage() << false;
-    QTest::newRow("too wide") << filled({65501, 1}, Qt::red) << false;
-    QTest::newRow("too high") << filled({1, 65501}, QColor(1, 2, 3, 4), QImage::Format_ARGB32) << false;
-    QTest::newRow("the longest") << filled({1, 65500}, Qt::red) << true;
-}
-
 void TestImage::encodesOnlyWhatAJpegCanHold()
 {
-    QFETCH(const QImage, image);
-    QTEST(encodeJpeg(image, 0.72).has_value(), "isHeld");
+    QVERIFY(!encodeJpeg(QImage(), 0.72));
+    QVERIFY(!encodeJpeg(filled({65501, 1}, Qt::red), 0.72));
+    QVERIFY(encodeJpeg(filled({1, 65500}, Qt::red), 0.72));
 }
 
 int main(int argc, char **argv)
 {
-    if (argc == 3 && QByteArrayView(argv[1]) == "--decode")
-        return decodeStandardInput(QByteArrayView(argv[2]).toInt());
+    if (argc == 2 && QByteArrayView(argv[1]) == "--decode")
+        return decodeStandardInput();
     const QGuiApplication application(argc, argv);
     TestImage test;
     return QTest::qExec(&test, argc, argv);

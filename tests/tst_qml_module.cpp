@@ -14,7 +14,7 @@ using namespace zenvor;
 using namespace Qt::StringLiterals;
 using test::LogRecorder;
 
-class tst_QmlModule : public QObject
+class TestQmlModule : public QObject
 {
     Q_OBJECT
 
@@ -23,7 +23,7 @@ private Q_SLOTS:
 };
 
 // An expression of QML, as a host has it; the program itself names nothing of the library for it.
-void tst_QmlModule::offersTheOperationsToEachEngine()
+void TestQmlModule::offersTheOperationsToEachEngine()
 {
     const QByteArray source(
         "import QtQml\n"
@@ -70,5 +70,5 @@ void tst_QmlModule::offersTheOperationsToEachEngine()
     }
 }
 
-QTEST_MAIN(tst_QmlModule)
+QTEST_MAIN(TestQmlModule)
 #include "tst_qml_module.moc"

@@ -1,65 +1,30 @@
 #include "faults/fault_case.h"
 
+#include <array>
+
 namespace zenvor::test {
 
 using namespace Qt::StringLiterals;
 
-FaultCase &FaultCase::inSmoke()
-{
-    isSmoke = true;
-    return *this;
-}
+namespace {
 
-FaultCase &FaultCase::by(Repeater whom)
+struct Request
 {
-    repeater = whom;
-    return *this;
-}
+    QLatin1StringView name;
+    QLatin1StringView path;
+};
 
-FaultCase &FaultCase::onceOnly()
-{
-    isPlayedOnce = true;
-    return *this;
-}
+// In the order of the kinds.
+constexpr std::array<Request, std::size(allRequestKinds)> requests{{
+    {"validate"_L1, "/v1/sdk/validate"_L1},
+    {"init"_L1, "/v1/sdk/uploads/init"_L1},
+    {"put"_L1, "/storage/"_L1},
+    {"complete"_L1, "/v1/sdk/uploads/complete"_L1},
+    {"report"_L1, "/v1/sdk/reports"_L1},
+    {"ping"_L1, "/v1/sdk/devices/ping"_L1},
+}};
 
-FaultCase &FaultCase::sending(int count)
-{
-    requests = count;
-    return *this;
-}
-
-FaultCase &FaultCase::lasting(Seconds forReader, Seconds forOthers)
-{
-    reading = forReader;
-    discarding = forOthers;
-    return *this;
-}
-
-FaultCase &FaultCase::leavingBodyUnread()
-{
-    leavesBodyUnread = true;
-    return *this;
-}
-
-FaultCase &FaultCase::at(RequestKind kind, const Ending &other)
-{
-    endings.insert(kind, other);
-    return *this;
-}
-
-FaultCase &FaultCase::onQt(const Ending &other, const char *reason)
-{
-    endingOnQt = other;
-    reasonOnQt = QString::fromUtf8(reason);
-    return *this;
-}
-
-FaultCase &FaultCase::notOnQt(const char *reason)
-{
-    isPlayedOnQt = false;
-    reasonOnQt = QString::fromUtf8(reason);
-    return *this;
-}
+} // namespace
 
 Ending FaultCase::endingFor(RequestKind kind, SessionKind session) const
 {
@@ -80,21 +45,7 @@ bool isUpload(RequestKind kind)
 
 QString nameOf(RequestKind kind)
 {
-    switch (kind) {
-    case RequestKind::Validate:
-        return u"validate"_s;
-    case RequestKind::Init:
-        return u"init"_s;
-    case RequestKind::Put:
-        return u"put"_s;
-    case RequestKind::Complete:
-        return u"complete"_s;
-    case RequestKind::Report:
-        return u"report"_s;
-    case RequestKind::Ping:
-        return u"ping"_s;
-    }
-    Q_UNREACHABLE();
+    return requests.at(size_t(kind)).name;
 }
 
 QString nameOf(SessionKind session)
@@ -104,21 +55,7 @@ QString nameOf(SessionKind session)
 
 QString pathOf(RequestKind kind)
 {
-    switch (kind) {
-    case RequestKind::Validate:
-        return u"/v1/sdk/validate"_s;
-    case RequestKind::Init:
-        return u"/v1/sdk/uploads/init"_s;
-    case RequestKind::Put:
-        return u"/storage/"_s;
-    case RequestKind::Complete:
-        return u"/v1/sdk/uploads/complete"_s;
-    case RequestKind::Report:
-        return u"/v1/sdk/reports"_s;
-    case RequestKind::Ping:
-        return u"/v1/sdk/devices/ping"_s;
-    }
-    Q_UNREACHABLE();
+    return requests.at(size_t(kind)).path;
 }
 
 std::optional<RequestKind> requestKindOf(const QString &path)

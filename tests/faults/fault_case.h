@@ -71,16 +71,55 @@ struct FaultCase
     bool leavesBodyUnread = false; ///< the service does not take in what is sent to it
     bool isPlayedOnQt = true;
 
-    FaultCase &inSmoke();
-    FaultCase &by(Repeater whom);
-    FaultCase &onceOnly();
-    FaultCase &sending(int count);
-    FaultCase &lasting(Seconds forReader, Seconds forOthers);
-    FaultCase &leavingBodyUnread();
-    FaultCase &at(RequestKind kind, const Ending &other);
-    FaultCase &onQt(const Ending &other, const char *reason);
+    FaultCase &inSmoke()
+    {
+        isSmoke = true;
+        return *this;
+    }
+    FaultCase &by(Repeater whom)
+    {
+        repeater = whom;
+        return *this;
+    }
+    FaultCase &onceOnly()
+    {
+        isPlayedOnce = true;
+        return *this;
+    }
+    FaultCase &sending(int count)
+    {
+        requests = count;
+        return *this;
+    }
+    FaultCase &lasting(Seconds forReader, Seconds forOthers)
+    {
+        reading = forReader;
+        discarding = forOthers;
+        return *this;
+    }
+    FaultCase &leavingBodyUnread()
+    {
+        leavesBodyUnread = true;
+        return *this;
+    }
+    FaultCase &at(RequestKind kind, const Ending &other)
+    {
+        endings.insert(kind, other);
+        return *this;
+    }
+    FaultCase &onQt(const Ending &other, const char *reason)
+    {
+        endingOnQt = other;
+        reasonOnQt = QString::fromUtf8(reason);
+        return *this;
+    }
     /// Where what comes of it over Qt Network is nothing to rely on.
-    FaultCase &notOnQt(const char *reason);
+    FaultCase &notOnQt(const char *reason)
+    {
+        isPlayedOnQt = false;
+        reasonOnQt = QString::fromUtf8(reason);
+        return *this;
+    }
 
     Ending endingFor(RequestKind kind, SessionKind session) const;
 };

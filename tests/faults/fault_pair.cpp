@@ -41,7 +41,7 @@ bool FaultPair::isHarmless() const
 bool FaultPair::isSmoke() const
 {
     // What takes its time is shown by one of the uploads for all of them.
-    const bool isSlow = fault.reading.least > 0 || ending().code == -1001;
+    const bool isSlow = fault.reading.most > 0 || ending().code == -1001;
     const bool isShownElsewhere =
         isUpload(kind) && (kind != RequestKind::Put || (extent == Extent::Once && !isHarmless()));
     return fault.isSmoke && !(isSlow && isShownElsewhere);

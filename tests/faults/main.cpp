@@ -97,7 +97,7 @@ int main(int argc, char **argv)
     play.setFlags(QCommandLineOption::HiddenFromHelp);
     parser.addOptions(
         {{u"session"_s, u"Over which session: curl, qt or both."_s, u"NAME"_s, u"both"_s},
-         {u"smoke"_s, u"A representative part, in under 20 s."_s},
+         {u"smoke"_s, u"A representative part, in half a minute."_s},
          {u"filter"_s, u"Only pairs with TEXT in their names."_s, u"TEXT"_s},
          {u"jobs"_s, u"How many at once."_s, u"N"_s, QString::number(2 * QThread::idealThreadCount())},
          {u"list"_s, u"Print the names of the pairs and play none."_s},

@@ -18,32 +18,18 @@ QString operationOf(RequestKind kind)
 }
 
 // The texts are a contract: the form looks for phrases in them.
-QString textOf(int code)
-{
-    switch (code) {
-    case -1000:
-        return u"The URL is malformed."_s;
-    case -1001:
-        return u"The request timed out."_s;
-    case -1002:
-        return u"The URL is not supported."_s;
-    case -1003:
-        return u"Unable to resolve host."_s;
-    case -1004:
-        return u"Could not connect to the server."_s;
-    case -1005:
-        return u"Could not connect: the network connection was lost."_s;
-    case -1007:
-        return u"The server redirected too many times."_s;
-    case -1015:
-        return u"The content of the answer cannot be decoded."_s;
-    case -1200:
-        return u"An SSL error has occurred and a secure connection to the server cannot be made."_s;
-    case -1202:
-        return u"The certificate for this server is invalid."_s;
-    }
-    return u"(no text for %1)"_s.arg(code);
-}
+const QMap<int, QString> failureTexts{
+    {-1000, u"The URL is malformed."_s},
+    {-1001, u"The request timed out."_s},
+    {-1002, u"The URL is not supported."_s},
+    {-1003, u"Unable to resolve host."_s},
+    {-1004, u"Could not connect to the server."_s},
+    {-1005, u"Could not connect: the network connection was lost."_s},
+    {-1007, u"The server redirected too many times."_s},
+    {-1015, u"The content of the answer cannot be decoded."_s},
+    {-1200, u"An SSL error has occurred and a secure connection to the server cannot be made."_s},
+    {-1202, u"The certificate for this server is invalid."_s},
+};
 
 // To whoever waits for the answer itself: validation and the report.
 QString resultFor(RequestKind kind, const Ending &ending)
@@ -64,7 +50,7 @@ QString resultFor(RequestKind kind, const Ending &ending)
     }
     case Ending::Kind::Failure:
         return u"ServiceError %1: %2 network error (host=%3): %4"_s.arg(ending.code)
-            .arg(operation, QLatin1StringView(serviceHost), textOf(ending.code));
+            .arg(operation, QLatin1StringView(serviceHost), failureTexts.value(ending.code));
     }
     Q_UNREACHABLE();
 }

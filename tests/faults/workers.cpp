@@ -4,7 +4,6 @@
 #include "faults/policy.h"
 
 #include <QCoreApplication>
-#include <QEventLoop>
 #include <QProcess>
 
 #include <algorithm>
@@ -28,47 +27,29 @@ void print(const QString &line)
     std::fflush(stdout);
 }
 
-class Worker
+// What a process printed that had to play \a positions.
+Problems problemsIn(const QString &output, const QList<int> &positions)
 {
-public:
-    Worker(const QStringList &arguments, const QList<int> &positions, Problems &problems, QEventLoop &loop)
-        : m_problems(problems)
-    {
-        for (const int position : positions)
-            m_problems.insert(position, {u"not played: the process died before"_s});
-        m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        QObject::connect(&m_process, &QProcess::readyReadStandardOutput, &m_process, [this] { read(); });
-        QObject::connect(&m_process, &QProcess::stateChanged, &loop, &QEventLoop::quit);
-        m_process.start(QCoreApplication::applicationFilePath(),
-                        arguments + QStringList{u"--play"_s, toArgument(positions)});
-    }
-
-    bool isRunning() const { return m_process.state() != QProcess::NotRunning; }
-
-    void read()
-    {
-        while (m_process.canReadLine()) {
-            const auto line = QString::fromUtf8(m_process.readLine().chopped(1));
-            if (line.startsWith(beginMark)) {
-                m_current = line.mid(beginMark.size()).toInt();
-                m_problems.insert(m_current, {u"the process died"_s});
-                m_found.clear();
-            } else if (line.startsWith(problemMark)) {
-                m_found.append(line.mid(problemMark.size()));
-            } else if (line == endMark) {
-                m_problems.remove(m_current);
-                if (!m_found.isEmpty())
-                    m_problems.insert(m_current, m_found);
-            }
+    Problems problems;
+    for (const int position : positions)
+        problems.insert(position, {u"not played: the process died before"_s});
+    int current = 0;
+    QStringList found;
+    for (const auto &line : output.split(u'\n')) {
+        if (line.startsWith(beginMark)) {
+            current = line.mid(beginMark.size()).toInt();
+            problems.insert(current, {u"the process died"_s});
+            found.clear();
+        } else if (line.startsWith(problemMark)) {
+            found.append(line.mid(problemMark.size()));
+        } else if (line == endMark) {
+            problems.remove(current);
+            if (!found.isEmpty())
+                problems.insert(current, found);
         }
     }
-
-private:
-    QProcess m_process;
-    Problems &m_problems;
-    QStringList m_found;
-    int m_current = 0;
-};
+    return problems;
+}
 
 } // namespace
 
@@ -92,19 +73,19 @@ Problems playInWorkers(const QStringList &arguments, int jobs, const QList<int> 
     for (qsizetype i = 0; i < positions.size(); ++i)
         shares[size_t(i) % shares.size()].append(positions.at(i));
 
-    Problems problems;
-    QEventLoop loop;
-    std::vector<std::unique_ptr<Worker>> workers;
-    for (const auto &share : shares)
-        workers.push_back(std::make_unique<Worker>(arguments, share, problems, loop));
-    const auto isRunning = [](const auto &worker) {
-        return worker->isRunning();
-    };
-    while (std::any_of(workers.begin(), workers.end(), isRunning)) {
-        loop.exec();
+    std::vector<std::unique_ptr<QProcess>> workers;
+    for (const auto &share : shares) {
+        auto worker = std::make_unique<QProcess>();
+        worker->setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        worker->start(QCoreApplication::applicationFilePath(),
+                      arguments + QStringList{u"--play"_s, toArgument(share)});
+        workers.push_back(std::move(worker));
     }
-    for (const auto &worker : workers)
-        worker->read();
+    Problems problems;
+    for (size_t i = 0; i < shares.size(); ++i) {
+        workers[i]->waitForFinished(-1);
+        problems.insert(problemsIn(QString::fromUtf8(workers[i]->readAllStandardOutput()), shares[i]));
+    }
     return problems;
 }
 

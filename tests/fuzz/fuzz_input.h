@@ -4,6 +4,7 @@
 #include <QCoreApplication>
 #include <QList>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -24,6 +25,14 @@ inline void require(bool holds, const char *promise)
 inline QByteArray bytesOf(const uint8_t *data, size_t size)
 {
     return QByteArray(reinterpret_cast<const char *>(data), qsizetype(size));
+}
+
+/// Whether a line of HTTP must not hold \a text.
+inline bool hasControlBytes(const QByteArray &text)
+{
+    return std::any_of(text.begin(), text.end(), [](char c) {
+        return (static_cast<unsigned char>(c) < 0x20 && c != '\t') || c == 0x7f;
+    });
 }
 
 /// Whether Qt's JSON can hold \a text. Half a surrogate pair it cannot write, and a byte order mark at the

@@ -26,13 +26,6 @@ struct Transcript
     friend bool operator==(const Transcript &, const Transcript &) = default;
 };
 
-bool hasControlBytes(const QByteArray &text)
-{
-    return std::any_of(text.begin(), text.end(), [](char c) {
-        return (static_cast<unsigned char>(c) < 0x20 && c != '\t') || c == 0x7f;
-    });
-}
-
 void requireHead(const RequestHead &head)
 {
     require(!head.method.isEmpty() && !head.target.isEmpty(), "a request has a method and a target");

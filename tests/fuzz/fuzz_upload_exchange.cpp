@@ -80,11 +80,8 @@ void requireHeaders(const HttpHeaders &headers)
         const auto isVisible = [](char c) {
             return c > 0x20 && c < 0x7f && c != ':';
         };
-        const auto isContent = [](char c) {
-            return static_cast<unsigned char>(c) >= 0x20 || c == '\t';
-        };
         require(!name.isEmpty() && std::all_of(name.begin(), name.end(), isVisible), "a field has a name");
-        require(std::all_of(value.begin(), value.end(), isContent), "a field keeps to its line");
+        require(!hasControlBytes(value), "a field keeps to its line");
         const auto isSame = [&name = name](const HttpHeaders::Field &field) {
             return field.first.compare(name, Qt::CaseInsensitive) == 0;
         };

@@ -21,6 +21,8 @@
 
 namespace zenvor::test {
 
+using namespace Qt::StringLiterals;
+
 /// A headless Chromium with a profile of its own, steered through chromedriver. Whatever does not work
 /// throws. The event loop runs meanwhile, so the page may come from a server in this thread.
 class Browser
@@ -30,31 +32,15 @@ public:
     {
         m_network.setProxy(QNetworkProxy::NoProxy);
         startDriver();
-        const QStringList arguments = {
-            QStringLiteral("--headless=new"),
-            QStringLiteral("--no-sandbox"),
-            QStringLiteral("--disable-gpu"),
-            QStringLiteral("--disable-quic"),
-            QStringLiteral("--no-first-run"),
-            QStringLiteral("--disable-background-networking"),
-            QStringLiteral("--disable-component-update"),
-            QStringLiteral("--disable-sync"),
-            QStringLiteral("--no-proxy-server"),
-            QStringLiteral("--disable-dev-shm-usage"), // small or absent in a container
-            QStringLiteral("--user-data-dir=") + m_profile.path(),
-        };
-        const QJsonObject options{{QStringLiteral("binary"), writeLauncher()},
-                                  {QStringLiteral("args"), QJsonArray::fromStringList(arguments)}};
-        const QJsonObject wanted{
-            {QStringLiteral("browserName"), QStringLiteral("chrome")},
-            {QStringLiteral("goog:chromeOptions"), options},
-            {QStringLiteral("goog:loggingPrefs"),
-             QJsonObject{{QStringLiteral("browser"), QStringLiteral("ALL")}}},
-        };
-        const QJsonObject capabilities{{QStringLiteral("alwaysMatch"), wanted}};
-        const auto session = send("POST", QStringLiteral("/session"),
-                                  QJsonObject{{QStringLiteral("capabilities"), capabilities}});
-        m_session = QStringLiteral("/session/") + session[u"sessionId"].toString();
+        QByteArray wanted = R"({"capabilities": {"alwaysMatch": {"browserName": "chrome",
+            "goog:loggingPrefs": {"browser": "ALL"}, "goog:chromeOptions": {"binary": "%1", "args": [
+                "--headless=new", "--no-sandbox", "--disable-gpu", "--disable-quic", "--no-first-run",
+                "--disable-background-networking", "--disable-component-update", "--disable-sync",
+                "--no-proxy-server", "--user-data-dir=%2",
+                "--disable-dev-shm-usage"]}}}})"; // small or absent in a container
+        wanted.replace("%1", writeLauncher().toUtf8()).replace("%2", m_profile.path().toUtf8());
+        const auto session = send("POST", u"/session"_s, QJsonDocument::fromJson(wanted).object());
+        m_session = u"/session/"_s + session[u"sessionId"].toString();
     }
     ~Browser()
     {
@@ -68,21 +54,14 @@ public:
     }
     Q_DISABLE_COPY_MOVE(Browser)
 
-    void open(const QUrl &url)
-    {
-        command("POST", QStringLiteral("/url"), {{QStringLiteral("url"), url.toString()}});
-    }
+    void open(const QUrl &url) { command("POST", u"/url"_s, {{u"url"_s, url.toString()}}); }
 
     /// What the body of a function returns in the page; a promise is waited for.
     QJsonValue run(const QString &script)
     {
-        return command("POST", QStringLiteral("/execute/sync"),
-                       {{QStringLiteral("script"), script}, {QStringLiteral("args"), QJsonArray()}});
+        return command("POST", u"/execute/sync"_s, {{u"script"_s, script}, {u"args"_s, QJsonArray()}});
     }
-    QJsonValue valueOf(const QString &expression)
-    {
-        return run(QStringLiteral("return (%1);").arg(expression));
-    }
+    QJsonValue valueOf(const QString &expression) { return run(u"return (%1);"_s.arg(expression)); }
 
     /// Whether \a expression becomes true in time.
     bool becomesTrue(const QString &expression, int limitMs = 15000)
@@ -90,63 +69,47 @@ public:
         return QTest::qWaitFor([&] { return valueOf(expression).toBool(); }, limitMs);
     }
 
-    /// What has focus gets the keys, one after the other.
-    void type(const QString &keys)
+    /// What has focus gets the key.
+    void type(QChar key)
     {
         QJsonArray actions;
-        for (const QChar key : keys) {
-            for (const auto *type : {"keyDown", "keyUp"})
-                actions << QJsonObject{{QStringLiteral("type"), QString::fromLatin1(type)},
-                                       {QStringLiteral("value"), QString(key)}};
-        }
-        const QJsonObject source{{QStringLiteral("type"), QStringLiteral("key")},
-                                 {QStringLiteral("id"), QStringLiteral("keyboard")},
-                                 {QStringLiteral("actions"), actions}};
-        command("POST", QStringLiteral("/actions"), {{QStringLiteral("actions"), QJsonArray{source}}});
+        for (const auto &type : {u"keyDown"_s, u"keyUp"_s})
+            actions << QJsonObject{{u"type"_s, type}, {u"value"_s, QString(key)}};
+        const QJsonObject source{{u"type"_s, u"key"_s}, {u"id"_s, u"keyboard"_s}, {u"actions"_s, actions}};
+        command("POST", u"/actions"_s, {{u"actions"_s, QJsonArray{source}}});
     }
 
     void setViewport(int width, int height)
     {
-        devTools(QStringLiteral("Emulation.setDeviceMetricsOverride"),
-                 {{QStringLiteral("width"), width},
-                  {QStringLiteral("height"), height},
-                  {QStringLiteral("deviceScaleFactor"), 1},
-                  {QStringLiteral("mobile"), false}});
+        devTools(
+            u"Emulation.setDeviceMetricsOverride"_s,
+            {{u"width"_s, width}, {u"height"_s, height}, {u"deviceScaleFactor"_s, 1}, {u"mobile"_s, false}});
     }
 
     /// \a scheme is "light" or "dark".
     void preferColorScheme(const QString &scheme)
     {
-        const QJsonObject feature{{QStringLiteral("name"), QStringLiteral("prefers-color-scheme")},
-                                  {QStringLiteral("value"), scheme}};
-        devTools(QStringLiteral("Emulation.setEmulatedMedia"),
-                 {{QStringLiteral("features"), QJsonArray{feature}}});
+        const QJsonObject feature{{u"name"_s, u"prefers-color-scheme"_s}, {u"value"_s, scheme}};
+        devTools(u"Emulation.setEmulatedMedia"_s, {{u"features"_s, QJsonArray{feature}}});
     }
 
     /// What went wrong on the pages since the last call, as the console says it.
     QStringList takeConsoleErrors()
     {
-        const QJsonArray entries =
-            command("POST", QStringLiteral("/se/log"), {{QStringLiteral("type"), QStringLiteral("browser")}})
-                .toArray();
+        const QJsonArray entries = command("POST", u"/se/log"_s, {{u"type"_s, u"browser"_s}}).toArray();
         QStringList errors;
         for (const QJsonValue entry : entries) {
-            if (entry[u"level"] == QStringLiteral("SEVERE") || entry[u"level"] == QStringLiteral("WARNING"))
+            if (entry[u"level"] == u"SEVERE"_s || entry[u"level"] == u"WARNING"_s)
                 errors << entry[u"message"].toString();
         }
         return errors;
-    }
-
-    QByteArray screenshot()
-    {
-        return QByteArray::fromBase64(command("GET", QStringLiteral("/screenshot")).toString().toLatin1());
     }
 
 private:
     // A test that aborts must not leave a browser behind: each process is ended with the one that started it.
     QString writeLauncher()
     {
-        QFile launcher(m_profile.filePath(QStringLiteral("launch")));
+        QFile launcher(m_profile.filePath(u"launch"_s));
         launcher.open(QIODevice::WriteOnly);
         launcher.write("#!/bin/sh\nexec setpriv --pdeathsig TERM /usr/bin/chromium \"$@\"\n");
         launcher.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
@@ -157,8 +120,8 @@ private:
     {
         m_driver.setProcessChannelMode(QProcess::MergedChannels);
         m_driver.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGTERM); });
-        m_driver.start(QStringLiteral("/usr/bin/chromedriver"), {QStringLiteral("--port=0")});
-        static const QRegularExpression started(QStringLiteral("started successfully on port ([0-9]+)"));
+        m_driver.start(u"/usr/bin/chromedriver"_s, {u"--port=0"_s});
+        static const QRegularExpression started(u"started successfully on port ([0-9]+)"_s);
         QByteArray said;
         const bool isReady = QTest::qWaitFor(
             [&] {
@@ -179,14 +142,13 @@ private:
 
     void devTools(const QString &name, const QJsonObject &parameters)
     {
-        command("POST", QStringLiteral("/goog/cdp/execute"),
-                {{QStringLiteral("cmd"), name}, {QStringLiteral("params"), parameters}});
+        command("POST", u"/goog/cdp/execute"_s, {{u"cmd"_s, name}, {u"params"_s, parameters}});
     }
 
     QJsonValue send(const QByteArray &method, const QString &path, const QJsonObject &body = {})
     {
-        QNetworkRequest request(QUrl(QStringLiteral("http://127.0.0.1:%1%2").arg(m_port).arg(path)));
-        request.setHeader(QNetworkRequest::ContentTypeHeader, QStringLiteral("application/json"));
+        QNetworkRequest request(QUrl(u"http://127.0.0.1:%1%2"_s.arg(m_port).arg(path)));
+        request.setHeader(QNetworkRequest::ContentTypeHeader, u"application/json"_s);
         request.setTransferTimeout(60000);
         const QByteArray bytes = method == "POST" ? QJsonDocument(body).toJson() : QByteArray();
         const std::unique_ptr<QNetworkReply> reply(m_network.sendCustomRequest(request, method, bytes));

@@ -97,16 +97,6 @@ inline Movement bentShake(Random &random)
     return {acceleration, heldAnyhow(random)};
 }
 
-// Turned over on the way.
-inline Movement shakeAfterATurn(Random &random)
-{
-    Movement movement = shake(3, 2, {0, 0, 1})(random);
-    movement.orientation = [](double t) {
-        return turned({1, 0, 0}, pi * std::clamp(t * 4, 0., 1.));
-    };
-    return movement;
-}
-
 // Each swing has its own speed, strength and, within limits, direction; the wrist turns along.
 inline Movement humanShake(Random &random)
 {
@@ -172,18 +162,6 @@ inline Movement carry(Random &random, const Carried &carried, double steps,
     return {acceleration, [=](double t) { return turned({0, 1, 0}, -angle(t)) * held; }, 0.5F};
 }
 
-inline Maker walking(const Carried &carried)
-{
-    return [=](Random &random) {
-        const double steps = between(random, 1.7, 2.3);
-        return carry(random, carried, steps, [steps](double t) {
-            const double heel = 5 * push(std::fmod(t, 1 / steps), 0, 0.04);
-            return vector(2 * std::cos(2 * pi * steps * t), std::sin(pi * steps * t),
-                          3.5 * std::sin(2 * pi * steps * t) + heel);
-        });
-    };
-}
-
 // The foot carries the body for as long as makes up for the free fall between two steps.
 inline Maker running(double impact, double steps, const Carried &carried)
 {
@@ -201,38 +179,6 @@ inline Maker running(double impact, double steps, const Carried &carried)
     };
 }
 
-inline Movement drop(Random &random)
-{
-    struct Fall
-    {
-        double start, end;
-        float blow;
-        QVector3D jolt;
-    };
-    QList<Fall> falls;
-    double start = 1;
-    double length = between(random, 0.3, 0.5);
-    for (float blow = 120; blow > 10; blow *= 0.5F, length *= 0.7) {
-        falls << Fall{start, start + length, blow, anyDirection(random) * blow * 0.5F};
-        start += length + 0.012;
-    }
-    const auto acceleration = [falls](double t) {
-        QVector3D sum;
-        for (const Fall &fall : falls) {
-            if (t >= fall.start && t < fall.end)
-                sum += vector(0, 0, -g);
-            sum += vector(0, 0, fall.blow * push(t, fall.end, 0.012));
-            sum += fall.jolt * float(ringing(t, fall.end, 40, 0.02));
-        }
-        return sum;
-    };
-    const QVector3D axis = anyDirection(random);
-    const auto orientation = [=](double t) {
-        return turned(axis, 7 * (std::clamp(t, 1., start) - 1));
-    };
-    return {acceleration, orientation};
-}
-
 // One after the other, as a device in a bag gets them.
 inline Maker blows(int count, double strength, double interval)
 {
@@ -247,64 +193,6 @@ inline Maker blows(int count, double strength, double interval)
         };
         return Movement{acceleration, heldAnyhow(random)};
     };
-}
-
-// Half a turn and back, a hand's breadth beside the axis.
-inline Maker turns(double seconds)
-{
-    return [=](Random &random) {
-        const QVector3D axis = anyDirection(random);
-        const QVector3D arm = QVector3D::crossProduct(axis, anyDirection(random)).normalized() * 0.1F;
-        const auto angle = [=](double t) {
-            const double there = std::clamp((t - 1) / seconds, 0., 1.);
-            const double back = std::clamp((t - 1.2 - seconds) / seconds, 0., 1.);
-            return pi / 2 * (std::cos(pi * back) - std::cos(pi * there));
-        };
-        const auto acceleration = [=](double t) {
-            const auto place = [&](double at) {
-                return turned(axis, angle(at)).rotatedVector(arm);
-            };
-            return (place(t + 0.01) - 2 * place(t) + place(t - 0.01)) / 0.0001F;
-        };
-        return Movement{acceleration, [=](double t) {
-                            return turned(axis, angle(t));
-                        }};
-    };
-}
-
-inline Maker ride(double body, double wheels, double hole, double brakes)
-{
-    return [=](Random &random) {
-        const double first = between(random, 0, 2 * pi);
-        const auto acceleration = [=](double t) {
-            const double last = std::fmod(t, 0.9);
-            const double bounce = body * std::sin(9 * t + first) + wheels * std::sin(75 * t)
-                + hole * (ringing(last, 0, 12, 0.08) + 0.5 * ringing(last, 0, 2, 0.3));
-            return vector(t > 2 && t < 4 ? -brakes : 0, body / 2 * std::sin(6 * t), bounce);
-        };
-        return Movement{acceleration, heldAnyhow(random), 0.5F};
-    };
-}
-
-inline Movement putDown(Random &random)
-{
-    const auto acceleration = [](double t) {
-        const double hand = 6 * (push(t, 1.35, 0.3) - push(t, 1, 0.3));
-        return vector(0, 0, hand + 30 * ringing(t, 1.7, 30, 0.02) + 20 * ringing(t, 1.82, 30, 0.02));
-    };
-    const double tilt = between(random, 0.5, 1.5);
-    return {acceleration, [=](double t) {
-                return turned({1, 0, 0}, tilt * std::clamp((1.7 - t) / 0.7, 0., 1.));
-            }};
-}
-
-inline Movement typing(Random &random)
-{
-    const double interval = 1 / between(random, 4, 8);
-    const auto acceleration = [=](double t) {
-        return vector(0, 0, -5 * ringing(std::fmod(t, interval), 0, 25, 0.02));
-    };
-    return {acceleration, heldAnyhow(random)};
 }
 
 struct Reading
