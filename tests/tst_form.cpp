@@ -9,6 +9,7 @@
 #include <zenvor/zenvor.h>
 
 #include <QBuffer>
+#include <QClipboard>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QTest>
@@ -39,6 +40,8 @@ private Q_SLOTS:
     void removesTheScreenshot();
     void removesAnAttachment();
     void leavesStepByStep();
+    void sendsNothingOnceItLeaves();
+    void takesATextWithoutEnd();
     void knowsHowManyFilesFit();
     void swipedAwayItBlocksTheNextFlow();
 
@@ -315,6 +318,38 @@ void TestForm::leavesStepByStep()
     QTRY_VERIFY(m_host->hasFieldFocus());
 }
 
+void TestForm::sendsNothingOnceItLeaves()
+{
+    m_host->openForm("reportBugRow"_L1);
+    m_host->tap("messageTextView"_L1);
+    m_host->type(u"words");
+    const auto send = m_host->rectOf("sendTopButton"_L1).center().toPoint();
+    m_host->tap("closeButton"_L1);
+    QTest::mouseClick(m_host->scene(), Qt::LeftButton, {}, send); // while it slides away
+    QTRY_VERIFY(!m_host->isShown("feedbackSheet"_L1));
+    m_host->openForm("reportBugRow"_L1);
+    m_host->tap("messageTextView"_L1);
+    m_host->type(u"words");
+    m_host->tap("sendTopButton"_L1);
+    QTRY_VERIFY(m_host->isShown("alertOkButton"_L1));
+    m_host->tap("alertOkButton"_L1);
+    QTRY_VERIFY(!m_host->isShown("alert"_L1));
+    QTest::mouseClick(m_host->scene(), Qt::LeftButton, {}, send);
+    QTRY_VERIFY(!m_host->isShown("feedbackSheet"_L1));
+    QCOMPARE(m_service.requestLines().count("POST /v1/sdk/validate"_L1), 1);
+}
+
+// A log without a line break, say: it has to be laid out in seconds, not hours.
+void TestForm::takesATextWithoutEnd()
+{
+    m_host->openForm("reportBugRow"_L1);
+    QGuiApplication::clipboard()->setText(QString(500'000, u'x'));
+    m_host->tap("messageTextView"_L1);
+    m_host->press(Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(m_host->textOf("messageTextView"_L1).size(), 500'000);
+    QGuiApplication::clipboard()->clear();
+}
+
 void TestForm::knowsHowManyFilesFit()
 {
     for (int i = 0; i < 4; ++i)
@@ -330,22 +365,12 @@ void TestForm::knowsHowManyFilesFit()
 // The last one: nothing clears the guard after it.
 void TestForm::swipedAwayItBlocksTheNextFlow()
 {
-    static auto *const touchscreen = QTest::createTouchDevice(); // Qt keeps it listed to the end
-    const auto swipe = [this](int distance) {
-        QPoint finger(195, 100);
-        QTest::touchEvent(m_host->scene(), touchscreen).press(0, finger).commit();
-        for (int moved = 0; moved < distance; moved += 10) {
-            finger.ry() += 10;
-            QTest::touchEvent(m_host->scene(), touchscreen).move(0, finger).commit();
-        }
-        QTest::touchEvent(m_host->scene(), touchscreen).release(0, finger).commit();
-    };
     test::LogRecorder log;
     m_host->openForm("reportBugRow"_L1);
     const auto rest = m_host->rectOf("closeButton"_L1);
-    swipe(60); // not far enough
+    m_host->drag({195, 100}, 60); // not far enough
     QTRY_COMPARE(m_host->rectOf("closeButton"_L1), rest);
-    swipe(300);
+    m_host->drag({195, 100}, 300);
     QTRY_VERIFY(!m_host->isShown("feedbackSheet"_L1));
     Zenvor::shared().present();
     QTRY_VERIFY(log.lines().contains(u"info Zenvor: Presentation skipped: already presenting."_s));

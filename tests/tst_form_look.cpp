@@ -44,12 +44,18 @@ private Q_SLOTS:
     void looksTheSameInEveryHost_data();
     void looksTheSameInEveryHost();
     void keepsTheButtonOfALongAlertInReach();
+    void keepsTheMenuInSight();
+    void scrollsUnderAFinger_data();
+    void scrollsUnderAFinger();
+    void showsTheCardThatHasTheKeyboard();
+    void actsOnceForAKeyThatIsHeld();
     void namesEveryControl_data();
     void namesEveryControl();
     void goesThroughTheControlsInTheirOrder();
 
 private:
-    std::shared_ptr<FeedbackViewController> openForm(FeedbackCategory category = FeedbackCategory::Bug);
+    std::shared_ptr<FeedbackViewController> openForm(FeedbackCategory category = FeedbackCategory::Bug,
+                                                     int videos = 1);
     QQuickItem *find(const char *name) const { return m_host->find(QLatin1StringView(name)); }
     QRectF rect(const char *name) const { return m_host->rectOf(QLatin1StringView(name)); }
 
@@ -68,13 +74,14 @@ void TestFormLook::cleanup()
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-std::shared_ptr<FeedbackViewController> TestFormLook::openForm(FeedbackCategory category)
+std::shared_ptr<FeedbackViewController> TestFormLook::openForm(FeedbackCategory category, int videos)
 {
     const ZenvorConfiguration configuration(u"token"_s, false);
     FormAttachments attachments;
     attachments.currentScreenshot = QImage(390, 844, QImage::Format_RGB32);
     attachments.currentScreenshot->fill(Qt::darkGreen);
-    attachments.additionalAttachments = {{"....ftypisom"_ba, u"video/mp4"_s, u"video"_s}};
+    attachments.additionalAttachments = QList<ReportUploadAttachment>(
+        videos, ReportUploadAttachment{"....ftypisom"_ba, u"video/mp4"_s, u"video"_s});
     auto form = std::make_shared<FeedbackViewController>(configuration, ReportClient(configuration), category,
                                                          std::move(attachments), [] {});
     form->present(QuickPresenter::shared(), ModalPresentationStyle::PageSheet, false, m_host->window());
@@ -240,6 +247,70 @@ void TestFormLook::keepsTheButtonOfALongAlertInReach()
     QVERIFY(find("alertMessage")->property("text").toString().startsWith("<b>"_L1));
     m_host->tap("alertOkButton"_L1);
     QTRY_VERIFY(!m_host->isShown("alert"_L1));
+}
+
+void TestFormLook::keepsTheMenuInSight()
+{
+    m_host->window()->resize(844, 390);
+    const auto form = openForm();
+    QTRY_COMPARE(find("feedbackSheet")->height(), 390.0);
+    m_host->drag({112, 300}, -200);
+    m_host->tap("occurrenceFrequencyButton"_L1);
+    const auto first = rect("occurrenceFrequencyChoice");
+    QVERIFY(first.top() >= 8);
+    QVERIFY(first.top() + 5 * first.height() <= 390 - 8);
+    m_host->press(Qt::Key_K, Qt::ControlModifier); // a shortcut of the host's
+    m_host->press(Qt::Key_Back);
+    QTRY_VERIFY(!m_host->isShown("occurrenceFrequencyChoice"_L1));
+    QVERIFY(m_host->isShown("feedbackSheet"_L1));
+    QCOMPARE(m_host->reached(), 0);
+}
+
+void TestFormLook::scrollsUnderAFinger_data()
+{
+    QTest::addColumn<QByteArray>("host");
+    QTest::addColumn<QPoint>("start");
+    QTest::newRow("from a button") << controlsHost("Basic", "") << QPoint(44, 84);
+    QTest::newRow("from the description") << controlsHost("Basic", "") << QPoint(195, 290);
+    QTest::newRow("over a host that is dragged itself") << QuickHost::plainWindow() << QPoint(195, 130);
+}
+
+void TestFormLook::scrollsUnderAFinger()
+{
+    QFETCH(const QByteArray, host);
+    QFETCH(const QPoint, start);
+    m_host = std::make_unique<QuickHost>(host);
+    QVERIFY(QTest::qWaitForWindowActive(m_host->window()));
+    m_host->window()->resize(390, 400);
+    const auto form = openForm();
+    QTRY_COMPARE(find("feedbackSheet")->height(), 400.0);
+    m_host->drag(start, -100);
+    QVERIFY(find("scrollView")->property("contentY").toReal() > 20);
+    QVERIFY(m_host->isShown("feedbackSheet"_L1)); // the finger did not tap
+    QCOMPARE(m_host->reached(), 0);
+}
+
+void TestFormLook::showsTheCardThatHasTheKeyboard()
+{
+    const auto form = openForm(FeedbackCategory::Bug, 4);
+    for (int i = 0; i < 10; ++i)
+        m_host->press(Qt::Key_Tab);
+    const auto *button = m_host->window()->activeFocusItem();
+    QCOMPARE(button->objectName(), u"mediaCardRemoveButton"_s);
+    const auto place = button->mapRectToScene({0, 0, button->width(), button->height()});
+    QVERIFY(place.left() >= 24 && place.right() <= 390 - 24);
+}
+
+void TestFormLook::actsOnceForAKeyThatIsHeld()
+{
+    const auto form = openForm();
+    find("includeContactCheck")->forceActiveFocus(Qt::TabFocusReason);
+    m_host->press(Qt::Key_Return);
+    for (int i = 0; i < 3; ++i) {
+        QKeyEvent repeated(QEvent::KeyPress, Qt::Key_Return, {}, {}, true);
+        QCoreApplication::sendEvent(m_host->window(), &repeated);
+    }
+    QVERIFY(form->allowsContact());
 }
 
 void TestFormLook::namesEveryControl_data()

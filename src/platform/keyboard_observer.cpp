@@ -4,6 +4,8 @@
 #include <QInputMethod>
 #include <QWindow>
 
+#include <utility>
+
 namespace zenvor {
 
 namespace {

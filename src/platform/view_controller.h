@@ -37,7 +37,7 @@ public:
     /// Whether it knows how to show something over \a host.
     virtual bool canShowOver(const QWindow *host) const = 0;
 
-    /// What the hosts show that it knows how to show something over.
+    /// What sees the views of such hosts.
     virtual const HostViews &hostViews() const = 0;
 
     /// Shows \a screen over \a host and keeps it until it is gone. Null, with nothing shown, if that cannot

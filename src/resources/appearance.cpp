@@ -28,6 +28,8 @@ void Appearance::follow(QWindow *window)
         m_window->disconnect(this);
     }
     m_window = window;
+    if (!window)
+        return;
     // The application tells of its palette by an event that reaches each window.
     window->installEventFilter(this);
     if (auto *quickWindow = qobject_cast<QQuickWindow *>(window))

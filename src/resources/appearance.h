@@ -30,7 +30,7 @@ public:
     /// Asked by the engine.
     static Appearance *create(QQmlEngine *, QJSEngine *);
 
-    /// From now on the looks of \a window.
+    /// From now on what \a window is like; null lets go of it, and all stays as it was.
     void follow(QWindow *window);
 
     bool isDark() const { return m_isDark; }

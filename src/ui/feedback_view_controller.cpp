@@ -10,6 +10,9 @@
 #include "ui/media_card.h"
 #include "ui/send_error_message.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
+
 namespace zenvor {
 
 using namespace Qt::StringLiterals;
@@ -21,6 +24,18 @@ constexpr double jpegQuality = 0.72;
 constexpr BugOccurrenceFrequency frequencies[] = {
     BugOccurrenceFrequency::FirstTime, BugOccurrenceFrequency::FewTimes, BugOccurrenceFrequency::SeveralTimes,
     BugOccurrenceFrequency::ManyTimes, BugOccurrenceFrequency::AlmostEveryTime};
+
+bool isEndless(const QString &text)
+{
+    constexpr int endless = 2'000;
+    int run = 0;
+    for (const QChar letter : text) {
+        run = letter.isSpace() ? 0 : run + 1;
+        if (run == endless)
+            return true;
+    }
+    return false;
+}
 
 Task<std::optional<QByteArray>> encodedHere(QImage image)
 {
@@ -117,6 +132,13 @@ void FeedbackViewController::setMessage(const QString &message)
     if (m_draft.message == message)
         return;
     m_draft.message = message;
+    m_hasEndlessLine = isEndless(message);
+    Q_EMIT changed();
+}
+
+void FeedbackViewController::pasteIsComing()
+{
+    m_hasEndlessLine = m_hasEndlessLine || isEndless(QGuiApplication::clipboard()->text());
     Q_EMIT changed();
 }
 
@@ -157,6 +179,8 @@ void FeedbackViewController::textViewDidEndEditing()
 
 void FeedbackViewController::contactToggleTapped()
 {
+    if (!acceptsInput())
+        return;
     m_draft.allowContact = !m_draft.allowContact;
     Q_EMIT changed();
 }
@@ -168,6 +192,8 @@ void FeedbackViewController::doneTapped()
 
 void FeedbackViewController::addMediaTapped()
 {
+    if (!acceptsInput())
+        return;
     Q_EMIT endEditing();
     if (m_attachments.usedCount() >= FormAttachments::limit)
         showAlert(localizedString("zenvor_attachment_limit_title"_ba, u"Attachment Limit"_s),
@@ -177,22 +203,30 @@ void FeedbackViewController::addMediaTapped()
 
 void FeedbackViewController::removeScreenshotTapped()
 {
+    if (!acceptsInput())
+        return;
     m_attachments.removeScreenshot();
     Q_EMIT attachmentsChanged();
 }
 
 void FeedbackViewController::removeAdditionalAttachment(int index)
 {
-    if (index < 0 || index >= m_mediaCards.size())
+    if (!acceptsInput() || index < 0 || index >= m_mediaCards.size())
         return;
     m_attachments.removeAdditionalAttachment(index);
     m_mediaCards.takeAt(index)->deleteLater(); // its view goes first
     Q_EMIT attachmentsChanged();
 }
 
+// Not while it sends, and not once it is leaving: its controls may still be reached then.
+bool FeedbackViewController::acceptsInput() const
+{
+    return !m_isSending && hostWindow();
+}
+
 void FeedbackViewController::sendTapped()
 {
-    if (m_isSending)
+    if (!acceptsInput())
         return;
     Q_EMIT endEditing();
     auto payload =
@@ -273,6 +307,8 @@ void FeedbackViewController::showSuccessAndClose()
 
 void FeedbackViewController::closeTapped()
 {
+    if (!acceptsInput())
+        return;
     Q_EMIT endEditing();
     close();
 }
@@ -292,8 +328,7 @@ void FeedbackViewController::swipedAway()
 
 void FeedbackViewController::leave()
 {
-    if (!m_isSending)
-        closeTapped();
+    closeTapped();
 }
 
 } // namespace zenvor

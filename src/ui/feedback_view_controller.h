@@ -25,6 +25,7 @@ class FeedbackViewController : public ViewController
                    setSelectedOccurrenceFrequency NOTIFY changed)
     Q_PROPERTY(QString message READ message WRITE setMessage NOTIFY changed)
     Q_PROPERTY(bool isMessagePlaceholderVisible READ isMessagePlaceholderVisible NOTIFY changed)
+    Q_PROPERTY(bool hasEndlessLine READ hasEndlessLine NOTIFY changed)
     Q_PROPERTY(QString email READ email WRITE setEmail NOTIFY changed)
     Q_PROPERTY(bool allowsContact READ allowsContact NOTIFY changed)
     Q_PROPERTY(bool isSending READ isSending NOTIFY changed)
@@ -51,6 +52,9 @@ public:
     void setSelectedOccurrenceFrequency(int index);
     QString message() const { return m_draft.message; }
     void setMessage(const QString &message);
+    /// Whether thousands of letters follow each other without a blank, in the message or in what is going to
+    /// be pasted.
+    bool hasEndlessLine() const { return m_hasEndlessLine; }
     bool isMessagePlaceholderVisible() const { return m_isMessagePlaceholderVisible; }
     QString email() const { return m_draft.email; }
     void setEmail(const QString &email);
@@ -71,6 +75,8 @@ public:
     Q_INVOKABLE void addMediaTapped();
     Q_INVOKABLE void removeScreenshotTapped();
     Q_INVOKABLE void removeAdditionalAttachment(int index);
+    /// The text of the clipboard is going to be a part of the message.
+    Q_INVOKABLE void pasteIsComing();
     Q_INVOKABLE void textViewDidBeginEditing();
     Q_INVOKABLE void textViewDidEndEditing();
     /// The sheet was swiped down. A report that is being sent still is.
@@ -86,6 +92,7 @@ Q_SIGNALS:
 private:
     Task<> send(FeedbackReportPayload payload);
     Task<std::optional<ReportUploadAttachment>> resolvedScreenshotUploadPayload();
+    bool acceptsInput() const;
     void setSendingState(bool sending);
     void showAlert(const QString &title, const QString &message, std::function<void()> onOk = {});
     void showTokenAlert();
@@ -99,6 +106,7 @@ private:
     FormAttachments m_attachments;
     QList<MediaCard *> m_mediaCards; // children of this object
     KeyboardAvoidance m_keyboard;
+    bool m_hasEndlessLine = false;
     bool m_isMessagePlaceholderVisible = true;
     bool m_isSending = false;
 };

@@ -2,15 +2,17 @@
 
 #include "capture/window_capture.h"
 #include "platform/image.h"
+#include "platform/logger.h"
 #include "resources/appearance.h"
 
 #include <QCoreApplication>
-#include <QLoggingCategory>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQmlProperty>
 #include <QQuickItem>
 #include <QQuickWindow>
+
+#include <utility>
 
 // Made by the build.
 void qml_register_types_Zenvor_Resources();
@@ -53,6 +55,8 @@ public:
     void open(QObject *overlay, QQuickItem *view, bool animated)
     {
         m_overlay = overlay;
+        m_view = view;
+        shown.append(this);
         overlay->setParent(this);
         view->setParent(overlay);
         overlay->setProperty("isAnimated", animated);
@@ -73,6 +77,8 @@ public:
         m_completion = std::move(completion);
         m_overlay->setProperty("isAnimated", animated);
         QMetaObject::invokeMethod(m_overlay, "close"); // closed() comes at once, or after the animation
+        if (!m_hasFinished && m_view)
+            m_view->forceActiveFocus(Qt::PopupFocusReason); // keys are not the host's while it can be seen
     }
 
     QWindow *hostWindow() const override { return m_host; }
@@ -84,8 +90,10 @@ private Q_SLOTS:
             return;
         m_hasFinished = true;
         deleteLater(); // the overlay has sent what brought us here
-        if (m_host && m_focusBefore && m_focusBefore->window() == m_host)
-            m_focusBefore->forceActiveFocus(Qt::PopupFocusReason);
+        shown.removeOne(this);
+        giveFocusBack();
+        if (shown.isEmpty())
+            Appearance::shared().follow(nullptr);
         if (m_isDismissed)
             std::exchange(m_completion, nullptr)();
         else if (m_controller->onHostLost)
@@ -93,24 +101,44 @@ private Q_SLOTS:
     }
 
 private:
+    void giveFocusBack()
+    {
+        if (!m_host)
+            return;
+        QQuickItem *item =
+            m_focusBefore && m_focusBefore->window() == m_host ? m_focusBefore.data() : nullptr;
+        for (auto *screen : std::as_const(shown)) { // there was no focus in a window that was not active
+            if (!item && screen->m_host == m_host)
+                item = screen->m_view;
+        }
+        if (item)
+            item->forceActiveFocus(Qt::PopupFocusReason);
+    }
+
+    static QList<OverlayScreen *> shown; // the lowest first
+
     const std::shared_ptr<ViewController> m_controller;
     const QPointer<QQuickWindow> m_host;
     const QPointer<QQuickItem> m_focusBefore;
     QPointer<QObject> m_overlay;
+    QPointer<QQuickItem> m_view;
     std::function<void()> m_completion;
     bool m_isDismissed = false;
     bool m_hasFinished = false;
 };
 
+QList<OverlayScreen *> OverlayScreen::shown;
+
 // Null if the file is in error, which a test would have shown.
 std::unique_ptr<QObject> create(QQmlEngine *engine, const QString &name, const QVariantMap &properties)
 {
     QQmlComponent component(engine, QUrl(QLatin1StringView(folder) + name + ".qml"_L1));
-    if (component.isError()) { // creating from it would crash
-        qCritical("%s", qPrintable(component.errorString()));
-        return nullptr;
-    }
-    return std::unique_ptr<QObject>(component.createWithInitialProperties(properties));
+    std::unique_ptr<QObject> object;
+    if (!component.isError()) // creating from it would crash
+        object.reset(component.createWithInitialProperties(properties));
+    if (!object)
+        Logger("com.zenvor.sdk"_L1, "Screens"_L1).error(component.errorString());
+    return object;
 }
 
 } // namespace

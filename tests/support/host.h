@@ -54,6 +54,19 @@ public:
         QVERIFY2(rect.isValid(), name.data());
         QTest::mouseClick(scene(), Qt::LeftButton, {}, rect.center().toPoint());
     }
+    /// A finger goes down by \a distance points from \a start, up if that is negative.
+    void drag(QPoint start, int distance)
+    {
+        static auto *const touchscreen = QTest::createTouchDevice(); // Qt keeps it listed to the end
+        const int step = distance > 0 ? 10 : -10;
+        QTest::touchEvent(scene(), touchscreen).press(0, start).commit();
+        for (int moved = 0; moved != distance; moved += step) {
+            start.ry() += step;
+            QTest::qWait(20); // as fast as a finger is: what scrolls looks at the time
+            QTest::touchEvent(scene(), touchscreen).move(0, start).commit();
+        }
+        QTest::touchEvent(scene(), touchscreen).release(0, start).commit();
+    }
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
     {
         QTest::keyClick(scene(), key, modifiers);

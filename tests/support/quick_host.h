@@ -43,6 +43,8 @@ public:
                     MouseArea { anchors.fill: parent; hoverEnabled: true; onPressed: ++root.reached; onWheel: ++root.reached }
                     DropArea { anchors.fill: parent; onEntered: ++root.reached; onDropped: ++root.reached }
                     TextInput { objectName: "field"; width: 100; height: 20 }
+                    DragHandler { target: null; onActiveChanged: ++root.reached }
+                    Shortcut { sequence: "Esc"; context: Qt.ApplicationShortcut; onActivated: ++root.reached }
                     Shortcut { sequence: "Ctrl+K"; context: Qt.ApplicationShortcut; onActivated: ++root.reached }
                 }
             })"_ba;

@@ -9,7 +9,12 @@ Rectangle {
     required property MediaCard card
     required property bool isSending
 
-    signal removeRequested()
+    signal removeRequested(byKey: bool)
+    signal focusReceived()
+
+    function takeFocus() {
+        remove.forceActiveFocus(Qt.TabFocusReason)
+    }
 
     objectName: "mediaCard"
     implicitWidth: SheetTheme.cardWidth
@@ -41,12 +46,14 @@ Rectangle {
         }
     }
     MediaButton {
+        id: remove
         objectName: "mediaCardRemoveButton"
         anchors { right: parent.right; top: parent.top; margins: SheetTheme.mediaButtonInset }
         symbol: "xmark"
         text: Texts.text("zenvor_remove_attachment_a11y", "Remove attachment")
         enabled: !root.isSending
-        onClicked: root.removeRequested()
+        onActiveFocusChanged: if (activeFocus) root.focusReceived()
+        onClicked: root.removeRequested(activeFocus)
     }
     MediaButton {
         objectName: "mediaCardActionButton"

@@ -28,11 +28,14 @@ Screen {
         // A long text scrolls, so that the button can be reached.
         Flickable {
             id: texts
+            objectName: "alertTexts"
             width: parent.width
             height: Math.min(contentHeight, root.height - 2 * AlertTheme.margin - AlertTheme.buttonHeight)
             contentHeight: column.height + 2 * AlertTheme.padding
             clip: true
             boundsBehavior: Flickable.StopAtBounds
+
+            GrabKeeper { flickable: texts }
 
             Column {
                 id: column
@@ -76,13 +79,15 @@ Screen {
             focusRadius: AlertTheme.radius
             text: Texts.text("zenvor_ok", "OK")
             onClicked: root.controller.okTapped()
+            Keys.onUpPressed: texts.contentY = Math.max(texts.contentY - AlertTheme.scrollStep, 0)
+            Keys.onDownPressed: texts.contentY = Math.min(texts.contentY + AlertTheme.scrollStep, texts.contentHeight - texts.height)
 
             Label {
                 anchors.fill: parent
                 text: ok.text
                 font: AlertTheme.buttonFont
                 color: SystemColors.blue
-                opacity: ok.down ? SheetTheme.pressedOpacity : 1
+                opacity: ok.down ? AlertTheme.pressedOpacity : 1
                 horizontalAlignment: Text.AlignHCenter
                 verticalAlignment: Text.AlignVCenter
                 Accessible.ignored: true

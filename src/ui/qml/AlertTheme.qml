@@ -14,4 +14,6 @@ QtObject {
     readonly property real margin: 20
     readonly property real gap: 4
     readonly property real buttonHeight: 44
+    readonly property real pressedOpacity: 0.3
+    readonly property real scrollStep: 40
 }

@@ -32,7 +32,16 @@ Screen {
 
     MouseArea {
         anchors.fill: parent
-        onClicked: root.controller.backgroundTapped()
+
+        property point pressedAt
+
+        preventStealing: true
+        onPressed: mouse => pressedAt = Qt.point(mouse.x, mouse.y)
+        onClicked: mouse => {
+            const way = Qt.vector2d(mouse.x - pressedAt.x, mouse.y - pressedAt.y).length()
+            if (way < DialogTheme.tapSlack)
+                root.controller.backgroundTapped()
+        }
     }
 
     Rectangle {
@@ -52,6 +61,7 @@ Screen {
 
         MouseArea {
             anchors.fill: parent // a tap on the card is none beside it
+            preventStealing: true
         }
 
         Column {
@@ -104,7 +114,7 @@ Screen {
                     text: cancel.text
                     font: DialogTheme.cancelFont
                     color: SystemColors.blue
-                    opacity: cancel.down ? 0.3 : 1
+                    opacity: cancel.down ? DialogTheme.pressedOpacity : 1
                     horizontalAlignment: Text.AlignHCenter
                     verticalAlignment: Text.AlignVCenter
                     Accessible.ignored: true

@@ -22,7 +22,7 @@ Rectangle {
         checkable: true
         checked: root.controller.allowsContact
         Accessible.checked: checked
-        Accessible.onToggleAction: root.controller.contactToggleTapped()
+        Accessible.onToggleAction: press()
         onClicked: {
             root.controller.contactToggleTapped()
             box.border.color = SheetTheme.controlBorder
@@ -32,6 +32,7 @@ Rectangle {
             id: box
             radius: SheetTheme.checkRadius
             color: root.controller.allowsContact ? SheetTheme.controlFill : "transparent"
+            opacity: check.enabled ? 1 : SheetTheme.disabledOpacity
             border.width: SheetTheme.checkBorder
             Component.onCompleted: border.color = SheetTheme.controlBorder // stays until it is toggled
         }
@@ -41,6 +42,7 @@ Rectangle {
             width: SheetTheme.checkSymbolSize
             height: SheetTheme.checkSymbolSize
             visible: root.controller.allowsContact
+            opacity: check.enabled ? 1 : SheetTheme.disabledOpacity
             name: "checkmark"
             color: SheetTheme.accent
         }
@@ -63,7 +65,7 @@ Rectangle {
         MouseArea {
             anchors.fill: parent
             enabled: check.enabled
-            onClicked: check.clicked()
+            onClicked: check.press()
         }
     }
 }

@@ -7,6 +7,7 @@ Rectangle {
     id: root
 
     required property FeedbackViewController controller
+    required property FormScroll form
 
     implicitHeight: box.y + box.height + SheetTheme.descriptionBottom
     color: SheetTheme.section
@@ -33,6 +34,7 @@ Rectangle {
         height: SheetTheme.descriptionHeight
         clip: true
         boundsBehavior: Flickable.StopAtBounds
+        interactive: contentHeight > height
         Component.onCompleted: contentY = 0 // an empty text is scrolled to the padding above it otherwise
 
         T.TextArea.flickable: T.TextArea {
@@ -44,15 +46,22 @@ Rectangle {
             color: SheetTheme.primaryText
             selectionColor: SystemColors.blue
             selectedTextColor: SheetTheme.mediaActionTint
-            selectByMouse: true
+            selectByMouse: !finger.active
             textFormat: TextEdit.PlainText
-            wrapMode: TextEdit.Wrap
+            // Lines without end take Qt the square of their length to break between words.
+            wrapMode: root.controller.hasEndlessLine ? TextEdit.WrapAnywhere : TextEdit.Wrap
             readOnly: root.controller.isSending
+            opacity: root.controller.isSending ? SheetTheme.disabledOpacity : 1
             text: root.controller.message
             onTextChanged: root.controller.message = text
             onActiveFocusChanged: activeFocus ? root.controller.textViewDidBeginEditing()
                                               : root.controller.textViewDidEndEditing()
             Keys.priority: Keys.BeforeItem // a tab would be a letter of the text
+            Keys.onPressed: event => {
+                if (event.matches(StandardKey.Paste))
+                    root.controller.pasteIsComing()
+                event.accepted = false
+            }
             Keys.onTabPressed: nextItemInFocusChain().forceActiveFocus(Qt.TabFocusReason)
             Keys.onBacktabPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
             Accessible.role: Accessible.EditableText
@@ -60,6 +69,19 @@ Rectangle {
             Accessible.description: placeholder.text
             Accessible.multiLine: true
 
+            // A text field keeps the finger that touches it: what it holds need not be scrolled, the form may.
+            PointHandler {
+                id: finger
+
+                property real startY: 0
+
+                acceptedDevices: PointerDevice.TouchScreen
+                onActiveChanged: if (active) startY = root.form.contentY
+                onPointChanged: {
+                    if (active && !box.interactive)
+                        root.form.scrollTo(startY + point.scenePressPosition.y - point.scenePosition.y)
+                }
+            }
             Label {
                 id: placeholder
                 anchors { fill: parent; margins: area.padding; topMargin: area.topPadding }

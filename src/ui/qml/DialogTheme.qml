@@ -13,7 +13,9 @@ QtObject {
     readonly property font chipFont: Fonts.make(19, Font.DemiBold)
     readonly property font versionFont: Fonts.make(12, Font.Medium)
     readonly property int versionSmallestSize: 10 // 0.8 of it
-    readonly property real versionSmallestScale: 0.8
+    readonly property real versionSmallestScale: 0.86 // with the rounding of a font's size
+    readonly property real pressedOpacity: 0.3
+    readonly property real tapSlack: 10
     readonly property font titleFont: Fonts.make(18, Font.Normal)
     readonly property font subtitleFont: Fonts.make(14, Font.Normal)
     readonly property font cancelFont: Fonts.make(19, Font.Normal)

@@ -47,6 +47,7 @@ Rectangle {
         leftPadding: LayoutMirroring.enabled ? room : 0
         rightPadding: LayoutMirroring.enabled ? 0 : room
         enabled: !root.controller.isSending
+        opacity: enabled ? 1 : SheetTheme.disabledOpacity
         onTextEdited: root.controller.email = text
         onAccepted: root.controller.doneTapped()
         Accessible.role: Accessible.EditableText

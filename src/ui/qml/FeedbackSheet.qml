@@ -38,7 +38,7 @@ Screen {
         id: sheet
 
         readonly property real topGap: Math.max(SheetTheme.topGap, Appearance.safeAreaTop)
-        readonly property real swiped: Math.max(swipe.active ? swipe.translation.y : 0, 0)
+        property real swiped: 0 // how far down
 
         anchors {
             horizontalCenter: parent.horizontalCenter
@@ -51,10 +51,21 @@ Screen {
 
         MouseArea {
             anchors.fill: parent
+            preventStealing: true
             onClicked: root.controller.doneTapped()
         }
 
+        NumberAnimation {
+            id: back
+            target: sheet
+            property: "swiped"
+            to: 0
+            duration: 200
+            easing.type: Easing.OutCubic
+        }
+
         FormScroll {
+            id: scroll
             objectName: "scrollView"
             anchors {
                 fill: parent
@@ -70,15 +81,22 @@ Screen {
                 width: parent.width
                 controller: root.controller
 
-                DragHandler {
-                    id: swipe
-                    target: null
+                // A finger that goes down from here takes the sheet along.
+                PointHandler {
+                    property bool isFromTop: false
+
                     acceptedDevices: PointerDevice.TouchScreen
-                    xAxis.enabled: false
+                    onPointChanged: {
+                        if (active && isFromTop)
+                            sheet.swiped = Math.max(point.scenePosition.y - point.scenePressPosition.y - SheetTheme.swipeSlack, 0)
+                    }
                     onActiveChanged: {
-                        if (!active && persistentTranslation.y > SheetTheme.swipeDistance)
+                        if (active)
+                            isFromTop = scroll.contentY <= 0
+                        else if (sheet.swiped > SheetTheme.swipeDistance)
                             root.controller.swipedAway()
-                        persistentTranslation = Qt.vector2d(0, 0)
+                        else
+                            back.start()
                     }
                 }
             }
@@ -91,6 +109,7 @@ Screen {
             DescriptionSection {
                 width: parent.width
                 controller: root.controller
+                form: scroll
             }
             SheetSeparator { width: parent.width }
             OccurrenceFrequencySection {

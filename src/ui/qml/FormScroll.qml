@@ -17,6 +17,10 @@ Flickable {
     boundsBehavior: Flickable.StopAtBounds
     onBottomMarginChanged: reveal()
 
+    function scrollTo(y: real) {
+        root.contentY = Math.max(Math.min(y, root.contentHeight + root.bottomMargin - root.height), 0)
+    }
+
     function reveal() {
         let item = root.Window.activeFocusItem
         if (item instanceof TextEdit)
@@ -49,6 +53,8 @@ Flickable {
                 root.controller.doneTapped()
         }
     }
+
+    GrabKeeper { flickable: root }
 
     Column {
         id: stack

@@ -72,13 +72,14 @@ Rectangle {
             id: menu
             y: button.height
             width: button.width
-            height: choices.count * SheetTheme.menuRowHeight + 2 * padding
+            height: Math.min(choices.height + 2 * padding, root.Window.height - 2 * margins)
+            margins: SheetTheme.menuMargin
             modal: true
             dim: false
             focus: true
             padding: 1
-            closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
-            onOpened: choices.itemAt(root.controller.selectedOccurrenceFrequency).forceActiveFocus(Qt.PopupFocusReason)
+            closePolicy: T.Popup.CloseOnPressOutside
+            onOpened: rows.itemAt(root.controller.selectedOccurrenceFrequency).forceActiveFocus(Qt.PopupFocusReason)
             onClosed: button.forceActiveFocus(Qt.PopupFocusReason)
 
             background: Rectangle {
@@ -87,26 +88,40 @@ Rectangle {
                 border { width: 1; color: SheetTheme.controlBorder }
             }
 
-            Column {
-                LayoutMirroring.enabled: Texts.isRightToLeft() // a popup is not in the tree of what opens it
-                LayoutMirroring.childrenInherit: true
+            contentItem: Screen {
+                onLeaveRequested: menu.close()
                 Accessible.role: Accessible.PopupMenu
 
-                Repeater {
-                    id: choices
-                    model: root.controller.occurrenceFrequencies
+                Flickable {
+                    id: list
+                    anchors.fill: parent
+                    contentHeight: choices.height
+                    clip: true
+                    boundsBehavior: Flickable.StopAtBounds
 
-                    FrequencyChoice {
-                        required property int index
-                        required property string modelData
+                    GrabKeeper { flickable: list }
 
-                        objectName: "occurrenceFrequencyChoice"
-                        width: button.width - 2
-                        text: modelData
-                        checked: index === root.controller.selectedOccurrenceFrequency
-                        onClicked: {
-                            root.controller.selectedOccurrenceFrequency = index
-                            menu.close()
+                    Column {
+                        id: choices
+                        width: parent.width
+
+                        Repeater {
+                            id: rows
+                            model: root.controller.occurrenceFrequencies
+
+                            FrequencyChoice {
+                                required property int index
+                                required property string modelData
+
+                                objectName: "occurrenceFrequencyChoice"
+                                width: choices.width
+                                text: modelData
+                                checked: index === root.controller.selectedOccurrenceFrequency
+                                onClicked: {
+                                    root.controller.selectedOccurrenceFrequency = index
+                                    menu.close()
+                                }
+                            }
                         }
                     }
                 }

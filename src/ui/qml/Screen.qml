@@ -8,6 +8,8 @@ FocusScope {
 
     signal leaveRequested()
 
+    property bool isBackPressed: false
+
     focus: true
     LayoutMirroring.enabled: Texts.isRightToLeft()
     LayoutMirroring.childrenInherit: true
@@ -20,9 +22,18 @@ FocusScope {
 
     Keys.onShortcutOverride: event => event.accepted = true
     Keys.onPressed: event => {
-        if (event.key === Qt.Key_Escape || event.key === Qt.Key_Back) {
-            event.accepted = true
+        if (event.key === Qt.Key_Escape && !event.isAutoRepeat)
             root.leaveRequested()
-        }
+        root.isBackPressed = event.key === Qt.Key_Back
+        event.accepted = event.key === Qt.Key_Escape || root.isBackPressed
+    }
+    // At its release, which the host would get otherwise when this is gone.
+    Keys.onReleased: event => {
+        if (event.key !== Qt.Key_Back || event.isAutoRepeat)
+            return
+        event.accepted = true
+        if (root.isBackPressed)
+            root.leaveRequested()
+        root.isBackPressed = false
     }
 }

@@ -40,7 +40,11 @@ Rectangle {
                 symbol: "xmark"
                 text: Texts.text("zenvor_remove_screenshot_a11y", "Remove screenshot")
                 enabled: !root.controller.isSending
-                onClicked: root.controller.removeScreenshotTapped()
+                onClicked: {
+                    if (activeFocus) // it is not seen any more
+                        nextItemInFocusChain().forceActiveFocus(Qt.TabFocusReason)
+                    root.controller.removeScreenshotTapped()
+                }
             }
             MediaButton {
                 objectName: "editOverlayButton"
@@ -74,7 +78,7 @@ Rectangle {
             top: helper.bottom; topMargin: SheetTheme.addMediaGap
         }
         width: Math.min(addMediaLabel.implicitWidth + 2 * SheetTheme.addMediaPaddingX, parent.width - 2 * SheetTheme.margin)
-        height: visible ? addMediaLabel.implicitHeight + 2 * SheetTheme.addMediaPaddingY : -SheetTheme.addMediaGap
+        height: addMediaLabel.implicitHeight + 2 * SheetTheme.addMediaPaddingY
         visible: false // there is nothing to choose from yet
         focusRadius: SheetTheme.addMediaRadius
         text: root.controller.addMediaTitle
@@ -105,7 +109,7 @@ Rectangle {
         anchors {
             left: parent.left; leftMargin: SheetTheme.margin
             right: parent.right; rightMargin: SheetTheme.margin
-            top: addMedia.bottom; topMargin: SheetTheme.stripGap
+            top: addMedia.visible ? addMedia.bottom : helper.bottom; topMargin: SheetTheme.stripGap
         }
         height: visible ? SheetTheme.stripHeight : 0
         visible: cards.count > 0
@@ -114,6 +118,10 @@ Rectangle {
         contentHeight: height
         clip: true
         flickableDirection: Flickable.HorizontalFlick
+
+        function reveal(item: Item) {
+            strip.contentX = Math.max(Math.min(strip.contentX, item.x), item.x + item.width - strip.width)
+        }
 
         Row {
             id: row
@@ -132,7 +140,13 @@ Rectangle {
 
                     card: modelData
                     isSending: root.controller.isSending
-                    onRemoveRequested: root.controller.removeAdditionalAttachment(index)
+                    onFocusReceived: strip.reveal(card)
+                    onRemoveRequested: byKey => {
+                        const neighbour = Math.min(index, cards.count - 2)
+                        root.controller.removeAdditionalAttachment(index)
+                        if (byKey && neighbour >= 0)
+                            (cards.itemAt(neighbour) as AdditionalMediaCard).takeFocus()
+                    }
                 }
             }
         }

@@ -29,6 +29,7 @@ QtObject {
     readonly property real greatestWidth: 640
     readonly property real margin: 24
     readonly property real swipeDistance: 120
+    readonly property real swipeSlack: 10
     readonly property real headerHeight: 78
     readonly property real headerMargin: 22
     readonly property real headerButtonSize: 44
@@ -49,6 +50,7 @@ QtObject {
     readonly property real frequencyRadius: 9
     readonly property real chevronSize: 12
     readonly property real menuRowHeight: 44
+    readonly property real menuMargin: 8
     readonly property real screenshotTop: 16
     readonly property real screenshotSize: 116
     readonly property real screenshotRadius: 16

@@ -22,9 +22,19 @@ T.AbstractButton {
     focusPolicy: Qt.TabFocus
     Accessible.role: checkable ? Accessible.CheckBox : Accessible.Button
     Accessible.name: text
-    Accessible.onPressAction: root.clicked()
-    Keys.onReturnPressed: root.clicked()
-    Keys.onEnterPressed: root.clicked()
+    Accessible.onPressAction: root.press()
+    Keys.onReturnPressed: event => root.pressByKey(event)
+    Keys.onEnterPressed: event => root.pressByKey(event)
+    Component.onCompleted: PointerGrabs.keep(root)
+
+    function press() {
+        if (root.enabled)
+            root.clicked()
+    }
+    function pressByKey(event: var) {
+        if (!event.isAutoRepeat)
+            root.press()
+    }
 
     Rectangle {
         anchors.fill: parent
