@@ -41,6 +41,8 @@ private Q_SLOTS:
     void makesWayForTheKeyboard();
     void showsWhatHasTheKeyboard();
     void followsTheAppearanceExceptForBorders();
+    void isDarkAsTheHostIs_data();
+    void isDarkAsTheHostIs();
     void looksTheSameInEveryHost_data();
     void looksTheSameInEveryHost();
     void keepsTheButtonOfALongAlertInReach();
@@ -205,6 +207,37 @@ void TestFormLook::followsTheAppearanceExceptForBorders()
     const auto pixel = rect("emailField").bottomLeft() + QPointF(0, 10); // of the section
     QCOMPARE(picture.pixel((pixel * m_host->window()->effectiveDevicePixelRatio()).toPoint()),
              QColor::fromRgbF(0.14F, 0.15F, 0.17F).rgb());
+}
+
+void TestFormLook::isDarkAsTheHostIs_data()
+{
+    QTest::addColumn<QByteArray>("host");
+    QTest::addColumn<InterfaceStyle>("style");
+    const auto row = [](const char *name, const char *style, const char *setting, InterfaceStyle expected) {
+        const auto colored = "import QtQuick; import QtQuick.Controls."_ba + style
+            + "; ApplicationWindow { width: 390; height: 844; " + setting + " }";
+        QTest::newRow(name) << colored << expected;
+    };
+    row("Basic", "Basic", "", InterfaceStyle::Light);
+    row("Basic, dark colour", "Basic", "color: '#202020'", InterfaceStyle::Dark);
+    row("Fusion", "Fusion", "", InterfaceStyle::Light);
+    row("Fusion, dark palette", "Fusion", "palette { window: '#202020'; windowText: 'white' }",
+        InterfaceStyle::Dark);
+    row("Material", "Material", "Material.theme: Material.Light", InterfaceStyle::Light);
+    row("Material, dark", "Material", "Material.theme: Material.Dark", InterfaceStyle::Dark);
+    row("Universal", "Universal", "Universal.theme: Universal.Light", InterfaceStyle::Light);
+    row("Universal, dark", "Universal", "Universal.theme: Universal.Dark", InterfaceStyle::Dark);
+}
+
+void TestFormLook::isDarkAsTheHostIs()
+{
+    QFETCH(const QByteArray, host);
+    m_host = std::make_unique<QuickHost>(host);
+    QVERIFY(QTest::qWaitForWindowActive(m_host->window()));
+    const auto form = openForm();
+    QTEST(interfaceStyle(m_host->window()), "style");
+    const auto text = find("messageTextView")->property("color").value<QColor>();
+    QTEST(text == QColor(Qt::white) ? InterfaceStyle::Dark : InterfaceStyle::Light, "style");
 }
 
 void TestFormLook::looksTheSameInEveryHost_data()

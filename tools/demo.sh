@@ -1,10 +1,12 @@
 #!/usr/bin/env bash
-# demo.sh BUILD_TREE window|driven: an app with the library in it, and a report service on this machine.
+# demo.sh BUILD_TREE quick|widgets window|driven: an app with the library in it, and a report service on this
+# machine.
 # In a window it is the user's until he closes it. Driven, it is led through the whole flow by real events,
 # light and then dark; what arrived is compared with what was typed, and shown.
 set -euo pipefail
 tree=$1
-mode=$2
+host=$2
+mode=$3
 sandbox=$tree/tools/sandbox/zenvor-sandbox
 pids=()
 end_all() {
@@ -92,16 +94,16 @@ driven() {
     fi
 }
 
+case $host in
+quick) folder=$PWD/build/demo ;;
+widgets) folder=$PWD/build/demo-widgets ;;
+*) fail "demo.sh BUILD_TREE quick|widgets window|driven" ;;
+esac
+app=$tree/examples/$host-host/$host-host
 case $mode in
-window)
-    app=$tree/examples/quick-host/quick-host
-    folder=$PWD/build/demo-window # what the user has sent stays in the inbox
-    ;;
-driven)
-    app=$tree/examples/quick-host/quick-host-driver
-    folder=$PWD/build/demo
-    ;;
-*) fail "demo.sh BUILD_TREE window|driven" ;;
+window) folder+=-window ;; # what the user has sent stays in the inbox
+driven) app+=-driver ;;
+*) fail "demo.sh BUILD_TREE quick|widgets window|driven" ;;
 esac
 for program in "$sandbox" "$app"; do
     [ -x "$program" ] || fail "$program is missing; ./dev demo builds it."

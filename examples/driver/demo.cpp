@@ -7,7 +7,7 @@
 #include "driver/screens.h"
 
 #include <QCommandLineParser>
-#include <QTest>
+#include <QGuiApplication>
 
 #include <cstdio>
 
@@ -20,21 +20,25 @@ namespace {
 constexpr QSize phone(390, 844);
 
 // No two values alike, so that one report is not taken for the other.
-constexpr FilledForm inTheLight{.message = "The timer of the soup goes on after I close the recipe."_L1,
+constexpr FilledForm inTheLight{.message = "The list jumps to its top when I come back to it."_L1,
                                 .email = "maya@example.com"_L1,
                                 .frequencyIndex = 2,
                                 .frequency = "several_times"_L1};
-constexpr FilledForm inTheDark{.message = "Dark mode: \"3 carrots\" is hard to read (100%)!"_L1,
-                               .email = "Noor.K+larder@example.org"_L1,
+constexpr FilledForm inTheDark{.message = "Dark mode: \"3 days\" is hard to read (100%)!"_L1,
+                               .email = "Noor.K+demo@example.org"_L1,
                                .frequencyIndex = 4,
                                .frequency = "almost_every_time"_L1};
+constexpr FilledForm inTheDialog{.message = "I cannot say here that it was yesterday."_L1,
+                                 .email = "li@example.net"_L1,
+                                 .frequencyIndex = 1,
+                                 .frequency = "few_times"_L1};
 
-void prepare(ExampleHost &host)
+void prepare(ExampleHost &host, const Screens &screens)
 {
     host.window()->resize(phone);
     host.window()->requestActivate();
-    if (!QTest::qWaitForWindowActive(host.window()))
-        throw Failure{u"The window of the app does not come up."_s};
+    screens.waitUntil(u"the app has the keyboard"_s,
+                      [&host] { return QGuiApplication::focusWindow() == host.window(); });
 }
 
 } // namespace
@@ -60,10 +64,12 @@ int runDemo(ExampleHost &host, const QCommandLineParser &parser)
             std::printf("%s: %s holds what was typed, and a screenshot of the app, %d x %d\n",
                         qPrintable(look), qPrintable(report.path()), app.width(), app.height());
         };
-        prepare(host);
+        prepare(host, screens);
         send(u"light"_s, inTheLight);
         host.turnDark(screens);
         send(u"dark"_s, inTheDark);
+        if (host.openDialog(screens))
+            send(u"dialog"_s, inTheDialog);
         return 0;
     } catch (const Failure &failure) {
         std::fprintf(stderr, "%s\n", qPrintable(failure.text));

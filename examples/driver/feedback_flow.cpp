@@ -5,6 +5,7 @@
 #include "driver/picture_album.h"
 #include "driver/screens.h"
 
+#include <QGuiApplication>
 #include <QTest>
 
 namespace driver {
@@ -68,6 +69,8 @@ QImage reportBug(ExampleHost &host, Screens &screens, PictureAlbum &album, const
             u"The form says: %1: %2"_s.arg(screens.text("alertTitle"_L1), screens.text("alertMessage"_L1))};
     screens.tap("alertOkButton"_L1);
     screens.waitUntilGone(sheet);
+    screens.waitUntil(u"the app has the keyboard again"_s,
+                      [&] { return QGuiApplication::focusWindow() == host.window(); });
     return before;
 }
 

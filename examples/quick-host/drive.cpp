@@ -1,14 +1,12 @@
 #include "driver/demo.h"
 #include "driver/example_host.h"
 #include "driver/screens.h"
-#include "feedback.h"
+#include "host/command_line.h"
 #include "larder.h"
 
 #include <QCommandLineParser>
 #include <QGuiApplication>
 #include <QQuickWindow>
-
-#include <cstdio>
 
 using namespace Qt::StringLiterals;
 
@@ -45,17 +43,9 @@ int main(int argc, char *argv[])
 {
     QGuiApplication application(argc, argv);
     QCommandLineParser parser;
-    addFeedbackOptions(parser);
     driver::addDriverOptions(parser);
-    FeedbackOptions options;
-    QString error;
-    if (!parser.parse(QCoreApplication::arguments()))
-        error = parser.errorText();
-    if (!error.isEmpty() || !readFeedbackOptions(parser, &options, &error)
-        || !setUpFeedback(options, &error)) {
-        std::fprintf(stderr, "quick-host-driver: %s\n", qPrintable(error));
-        return 2;
-    }
+    if (!setUpByCommandLine(parser))
+        return usedWrongly;
     LarderHost host;
     return host.open() ? driver::runDemo(host, parser) : 1;
 }

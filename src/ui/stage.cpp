@@ -7,6 +7,7 @@
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QOpenGLContext>
+#include <QPainter>
 #include <QQuickWindow>
 #include <QSGRendererInterface>
 
@@ -38,16 +39,32 @@ std::unique_ptr<QQuickWindow> makeWindow(QWindow *host)
     return window;
 }
 
+// A dialog may be far smaller than what it lies over.
+QWindow *largestBelow(QWindow *window)
+{
+    auto *largest = window;
+    for (auto *below = window->transientParent(); below; below = below->transientParent()) {
+        const auto area = [](const QWindow *each) {
+            return each->width() * each->height();
+        };
+        if (below->isVisible() && area(below) > area(largest))
+            largest = below;
+    }
+    return largest;
+}
+
 } // namespace
 
 Stage::Stage(QWindow *host)
     : m_host(host)
+    , m_ground(largestBelow(host))
     , m_window(makeWindow(host))
     , m_picture(new PictureItem(m_window->contentItem()))
 {
     takePicture();
     followHost();
     host->installEventFilter(this);
+    m_ground->installEventFilter(this);
     m_window->installEventFilter(this);
     connect(host, &QObject::destroyed, this, &QObject::deleteLater);
     // The flow ends, and the host goes on.
@@ -86,17 +103,23 @@ void Stage::closeIfEmpty()
 
 void Stage::takePicture()
 {
-    if (m_host)
-        m_picture->setImage(captureWindow(m_host));
+    if (!m_ground)
+        return;
+    QImage picture = captureWindow(m_ground);
+    if (m_host && m_host != m_ground) {
+        QPainter painter(&picture);
+        painter.drawImage(m_host->position() - m_ground->position(), captureWindow(m_host));
+    }
+    m_picture->setImage(picture);
 }
 
 void Stage::followHost()
 {
-    if (!m_host)
+    if (!m_ground)
         return;
-    m_window->setGeometry(m_host->geometry());
-    m_window->contentItem()->setSize(m_host->size()); // before it is shown as well
-    m_picture->setSize(m_host->size());
+    m_window->setGeometry(m_ground->geometry());
+    m_window->contentItem()->setSize(m_ground->size()); // before it is shown as well
+    m_picture->setSize(m_ground->size());
 }
 
 void Stage::showOrHide()
