@@ -154,7 +154,8 @@ void TestStringTable::listsEveryText_data()
         QTest::newRow(language) << QString::fromLatin1(language);
 }
 
-// Every table has every text, with its placeholders; the English one has the words that stand where they are looked up.
+// Every table has every text, with its placeholders; the English one has the words that stand where they are
+// looked up.
 void TestStringTable::listsEveryText()
 {
     QFETCH(const QString, language);

@@ -255,7 +255,8 @@ void TestWidgetHosts::isDarkAsTheHostIs_data()
     const QPalette dark(Qt::white, Qt::black, Qt::black, Qt::gray, Qt::gray, Qt::white, Qt::black);
     QTest::newRow("light palette") << QString() << light << false;
     QTest::newRow("dark palette") << QString() << dark << true;
-    QTest::newRow("dark style sheet") << u"QWidget { background: #202020; color: #eeeeee }"_s << light << true;
+    QTest::newRow("dark style sheet")
+        << u"QWidget { background: #202020; color: #eeeeee }"_s << light << true;
 }
 
 void TestWidgetHosts::isDarkAsTheHostIs()

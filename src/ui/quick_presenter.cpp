@@ -168,6 +168,11 @@ QQmlEngine *QuickPresenter::engine()
     return m_engine;
 }
 
+void QuickPresenter::prepare()
+{
+    const QQmlComponent overlay(engine(), QUrl(QLatin1StringView(folder) + "Overlay.qml"_L1));
+}
+
 bool QuickPresenter::canShowOver(const QWindow *host) const
 {
     return qobject_cast<const QQuickWindow *>(host);

@@ -21,6 +21,11 @@ public:
     PresentedScreen *show(std::shared_ptr<ViewController> screen, ModalPresentationStyle style, bool animated,
                           QWindow *host) override;
 
+    /// Loads what every screen needs. To be called before the first item of a window of our own is made: Qt
+    /// looks up once how to find the names that assistive tools read, and does not find it before Qt Quick
+    /// has been imported.
+    void prepare();
+
 private:
     QuickPresenter();
     ~QuickPresenter() override;

@@ -41,6 +41,7 @@ Stage *WindowPresenter::stageFor(QWindow *host)
         return m_stage;
     if (widgetWindows().closePopups)
         widgetWindows().closePopups();
+    QuickPresenter::shared().prepare();
     m_stage = new Stage(host); // deletes itself
     return m_stage;
 }
