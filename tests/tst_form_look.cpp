@@ -47,6 +47,7 @@ private Q_SLOTS:
     void looksTheSameInEveryHost();
     void keepsTheButtonOfALongAlertInReach();
     void keepsTheMenuInSight();
+    void slidesUnlessThatIsUnwanted();
     void scrollsUnderAFinger_data();
     void scrollsUnderAFinger();
     void showsTheCardThatHasTheKeyboard();
@@ -280,6 +281,21 @@ void TestFormLook::keepsTheButtonOfALongAlertInReach()
     QVERIFY(find("alertMessage")->property("text").toString().startsWith("<b>"_L1));
     m_host->tap("alertOkButton"_L1);
     QTRY_VERIFY(!m_host->isShown("alert"_L1));
+}
+
+void TestFormLook::slidesUnlessThatIsUnwanted()
+{
+    for (const bool isUnwanted : {false, true}) {
+        qApp->setProperty("zenvorReducedMotion", isUnwanted);
+        const auto form = openForm();
+        auto *const popup = find("feedbackSheet")->parentItem();
+        qreal lowest = 0;
+        connect(popup, &QQuickItem::yChanged, this, [&] { lowest = std::max(lowest, popup->y()); });
+        form->closeTapped();
+        QTRY_VERIFY(!m_host->isShown("feedbackSheet"_L1));
+        QCOMPARE(lowest > 100, !isUnwanted);
+    }
+    qApp->setProperty("zenvorReducedMotion", {});
 }
 
 void TestFormLook::keepsTheMenuInSight()

@@ -10,42 +10,6 @@ namespace {
 constexpr auto overlayClass = "QQuickOverlay";
 constexpr auto popupClass = "QQuickPopup";
 
-HostViews::Kind kindOf(const QObject *view)
-{
-    if (view->inherits("QQuickStackView"))
-        return HostViews::Kind::Navigation;
-    if (view->inherits("QQuickSwipeView") || view->inherits("QQuickStackLayout"))
-        return HostViews::Kind::TabBar;
-    return HostViews::Kind::Page;
-}
-
-// A container is what it is in: a smaller one is a part of a page, as a wizard in a corner is.
-bool fillsMostOf(QSizeF outer, const QQuickItem *container)
-{
-    return 2 * container->width() * container->height() >= outer.width() * outer.height();
-}
-
-// The outermost container in \a page, which has that \a size, else the page.
-QQuickItem *containerOrPage(QQuickItem *page, QSizeF size)
-{
-    constexpr qsizetype mostItems = 5'000; // a scene that is larger is looked at no further
-
-    if (kindOf(page) != HostViews::Kind::Page)
-        return page;
-    QList<QQuickItem *> items{page};
-    for (qsizetype i = 0; i < items.size() && items.size() < mostItems; ++i) {
-        const auto children = items[i]->childItems();
-        for (auto *child : children) {
-            if (!child->isVisible() || child->inherits(overlayClass))
-                continue;
-            if (kindOf(child) != HostViews::Kind::Page && fillsMostOf(size, child))
-                return child;
-            items.append(child);
-        }
-    }
-    return page;
-}
-
 // The modal popup above all others in \a window, or null.
 QObject *topModalPopup(const QQuickWindow *window)
 {
@@ -72,7 +36,30 @@ QObject *topModalPopup(const QQuickWindow *window)
     return top;
 }
 
-QQuickItem *selectedItem(QObject *container)
+} // namespace
+
+HostViews::Kind QuickHostViews::kind(const QObject *view) const
+{
+    if (view->inherits("QQuickStackView"))
+        return Kind::Navigation;
+    if (view->inherits("QQuickSwipeView") || view->inherits("QQuickStackLayout"))
+        return Kind::TabBar;
+    return Kind::Page;
+}
+
+QObject *QuickHostViews::presentedView(QObject *view) const
+{
+    const auto *item = qobject_cast<QQuickItem *>(view);
+    return item ? topModalPopup(item->window()) : nullptr; // over a popup there is none: it is the top-most
+}
+
+QObject *QuickHostViews::windowView(QWindow *window) const
+{
+    const auto *quickWindow = qobject_cast<QQuickWindow *>(window);
+    return quickWindow ? quickWindow->contentItem() : nullptr;
+}
+
+QObject *QuickHostViews::chosenView(QObject *container) const
 {
     if (!container->inherits("QQuickStackLayout"))
         return container->property("currentItem").value<QQuickItem *>();
@@ -82,33 +69,20 @@ QQuickItem *selectedItem(QObject *container)
     return item;
 }
 
-} // namespace
-
-QObject *QuickHostViews::rootView(QWindow *window) const
+QObjectList QuickHostViews::visibleChildren(const QObject *view) const
 {
-    auto *quickWindow = qobject_cast<QQuickWindow *>(window);
-    return quickWindow ? containerOrPage(quickWindow->contentItem(), quickWindow->size()) : nullptr;
-}
-
-HostViews::Kind QuickHostViews::kind(const QObject *view) const
-{
-    return kindOf(view);
-}
-
-QObject *QuickHostViews::shownView(QObject *container) const
-{
-    if (kindOf(container) == Kind::Navigation) {
-        if (auto *modal = presentedView(container))
-            return modal;
+    QObjectList visible;
+    const auto children = qobject_cast<const QQuickItem *>(view)->childItems();
+    for (auto *child : children) {
+        if (child->isVisible() && !child->inherits(overlayClass))
+            visible.append(child);
     }
-    auto *const selected = selectedItem(container);
-    return selected ? containerOrPage(selected, selected->size()) : nullptr;
+    return visible;
 }
 
-QObject *QuickHostViews::presentedView(QObject *view) const
+QSizeF QuickHostViews::size(const QObject *view) const
 {
-    const auto *item = qobject_cast<QQuickItem *>(view);
-    return item ? topModalPopup(item->window()) : nullptr; // over a popup there is none: it is the top-most
+    return qobject_cast<const QQuickItem *>(view)->size();
 }
 
 } // namespace zenvor

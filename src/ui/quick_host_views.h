@@ -4,16 +4,19 @@
 
 namespace zenvor {
 
-/// The views of a Qt Quick host: the scene of its window, a StackView, a SwipeView or a StackLayout that
-/// fills most of what it is in, and modal popups. Known by the names of their classes: the library needs no
-/// Controls.
+/// The views of a Qt Quick host: the scene of its window, a StackView, a SwipeView or a StackLayout, and
+/// modal popups. Known by the names of their classes: the library needs no Controls.
 class QuickHostViews final : public HostViews
 {
 public:
-    QObject *rootView(QWindow *window) const override;
     Kind kind(const QObject *view) const override;
-    QObject *shownView(QObject *container) const override;
     QObject *presentedView(QObject *view) const override;
+
+protected:
+    QObject *windowView(QWindow *window) const override;
+    QObject *chosenView(QObject *container) const override;
+    QObjectList visibleChildren(const QObject *view) const override;
+    QSizeF size(const QObject *view) const override;
 };
 
 } // namespace zenvor

@@ -3,6 +3,7 @@
 #include "capture/window_capture.h"
 #include "platform/image.h"
 #include "platform/logger.h"
+#include "platform/motion_preference.h"
 #include "resources/appearance.h"
 
 #include <QCoreApplication>
@@ -190,9 +191,10 @@ PresentedScreen *QuickPresenter::show(std::shared_ptr<ViewController> screen, Mo
     QVariantMap properties{{u"controller"_s, QVariant::fromValue(screen.get())}};
     if (style == ModalPresentationStyle::OverFullScreen)
         properties.insert(u"backdrop"_s, blurred(captureWindow(window)));
-    auto overlay = create(qmlEngine, u"Overlay"_s,
-                          {{u"parent"_s, QVariant::fromValue(window->contentItem())},
-                           {u"slides"_s, style == ModalPresentationStyle::PageSheet}});
+    auto overlay =
+        create(qmlEngine, u"Overlay"_s,
+               {{u"parent"_s, QVariant::fromValue(window->contentItem())},
+                {u"slides"_s, style == ModalPresentationStyle::PageSheet && !prefersReducedMotion()}});
     auto view = create(qmlEngine, screen->viewName(), properties);
     auto *viewItem = qobject_cast<QQuickItem *>(view.get());
     if (!overlay || !viewItem)

@@ -14,10 +14,14 @@ QWidget *widgetOf(const QWindow *window);
 class WidgetHostViews final : public HostViews
 {
 public:
-    QObject *rootView(QWindow *window) const override;
     Kind kind(const QObject *view) const override;
-    QObject *shownView(QObject *container) const override;
     QObject *presentedView(QObject *view) const override;
+
+protected:
+    QObject *windowView(QWindow *window) const override;
+    QObject *chosenView(QObject *container) const override;
+    QObjectList visibleChildren(const QObject *view) const override;
+    QSizeF size(const QObject *view) const override;
 };
 
 } // namespace zenvor
