@@ -14,7 +14,7 @@ else()
 endif()
 execute_process(COMMAND ${CMAKE_COMMAND} ${configuration} COMMAND_ERROR_IS_FATAL ANY)
 execute_process(COMMAND ${CMAKE_COMMAND} --build ${WORK}/build COMMAND_ERROR_IS_FATAL ANY)
-foreach(host host qml_host)
+foreach(host host qml_host widgets_host)
     execute_process(COMMAND ${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen ${WORK}/build/${host}
         COMMAND_ERROR_IS_FATAL ANY)
 endforeach()

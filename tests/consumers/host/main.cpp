@@ -1,41 +1,17 @@
+#include "open_dialog.h"
+
 #include <zenvor/report_service.h>
-#include <zenvor/zenvor.h>
 #include <zenvor/zenvor_version.h>
 
-#include <QElapsedTimer>
-#include <QGuiApplication>
-#include <QQuickItem>
-#include <QQuickWindow>
+#include <QFile>
 
 namespace {
 
-const QQuickItem *find(const QQuickItem *item, const QString &name)
+// A host without widgets is not to pay for them.
+bool hasLoadedWidgets()
 {
-    if (item->objectName() == name)
-        return item;
-    const auto children = item->childItems();
-    for (const auto *child : children) {
-        if (const auto *found = find(child, name))
-            return found;
-    }
-    return nullptr;
-}
-
-// Whether the dialog opens and has its texts, which the library brings along.
-bool opensTheDialog()
-{
-    QQuickWindow window;
-    window.resize(390, 844);
-    window.show();
-    window.requestActivate();
-    const QQuickItem *button = nullptr;
-    QElapsedTimer timer;
-    for (timer.start(); !button && timer.elapsed() < 10'000; QGuiApplication::processEvents()) {
-        if (QGuiApplication::focusWindow() == &window)
-            zenvor::Zenvor::shared().present(); // the flow opens once
-        button = find(window.contentItem(), QStringLiteral("cancelButton"));
-    }
-    return button && button->property("text") == QStringLiteral("Cancel");
+    QFile maps(QStringLiteral("/proc/self/maps"));
+    return maps.open(QIODevice::ReadOnly) && maps.readAll().contains("libQt6Widgets");
 }
 
 } // namespace
@@ -48,5 +24,9 @@ int main(int argc, char **argv)
         && QByteArrayView(ZENVOR_VERSION) == "0.2.0";
     // No identifier of the application is set, so that this sends nothing.
     zenvor::Zenvor::shared().configure(QStringLiteral("token"), true);
-    return isSet && opensTheDialog() ? 0 : 1;
+    QQuickWindow window;
+    window.resize(390, 844);
+    window.show();
+    window.requestActivate();
+    return isSet && opensTheDialog() && !hasLoadedWidgets() ? 0 : 1;
 }
