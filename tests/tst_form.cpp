@@ -96,6 +96,8 @@ void TestForm::deliversWhatWasTyped()
     QFETCH(const bool, isBug);
     QFETCH(const bool, allowsContact);
     Zenvor::shared().addPendingAttachmentData("....ftypisom"_ba, u"video/mp4"_s);
+    const auto style = isBug ? u"dark"_s : u"light"_s;
+    m_host->window()->setProperty("zenvorInterfaceStyle", style);
     test::LogRecorder log;
     m_host->openForm(isBug ? "reportBugRow"_L1 : "suggestImprovementRow"_L1);
     QCOMPARE(m_host->isShown("occurrenceFrequencyButton"_L1), isBug);
@@ -123,6 +125,7 @@ void TestForm::deliversWhatWasTyped()
     QCOMPARE(sent.value("occurrence_frequency"_L1).toString(), isBug ? u"few_times"_s : QString());
     QCOMPARE(sent.value("email"_L1).toString(), allowsContact ? u"a@b.example"_s : QString());
     QCOMPARE(sent.value("allow_contact"_L1).toBool(), allowsContact);
+    QCOMPARE(sent.value("device"_L1)["interface_style"_L1].toString(), style);
     const auto files = m_service.sandbox().reports().newest().attachments;
     QCOMPARE(files.size(), 2);
     QCOMPARE(sent.value("screenshot_upload_id"_L1), sent.value("attachment_upload_ids"_L1)[0]);

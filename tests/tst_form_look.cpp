@@ -55,6 +55,7 @@ private Q_SLOTS:
     void namesEveryControl_data();
     void namesEveryControl();
     void goesThroughTheControlsInTheirOrder();
+    void findsSmallButtonsWithAFinger();
 
 private:
     std::shared_ptr<FeedbackViewController> openForm(FeedbackCategory category = FeedbackCategory::Bug,
@@ -419,6 +420,16 @@ void TestFormLook::goesThroughTheControlsInTheirOrder()
                                u"includeContactCheck"_s,
                                u"closeButton"_s};
     QCOMPARE(order, expected);
+}
+
+void TestFormLook::findsSmallButtonsWithAFinger()
+{
+    const auto form = openForm();
+    const auto button = rect("removeScreenshotButton"); // 24 points, of 44
+    QTest::mouseClick(m_host->window(), Qt::LeftButton, {}, button.center().toPoint() - QPoint(0, 24));
+    QVERIFY(m_host->isShown("screenshotContainer"_L1));
+    QTest::mouseClick(m_host->window(), Qt::LeftButton, {}, button.center().toPoint() - QPoint(0, 20));
+    QVERIFY(!m_host->isShown("screenshotContainer"_L1));
 }
 
 QTEST_MAIN(TestFormLook)

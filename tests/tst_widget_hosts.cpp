@@ -149,7 +149,7 @@ void TestWidgetHosts::followsTheHostsWindow()
     window.hide();
     QTRY_VERIFY(!scene->isVisible());
     window.show();
-    QTRY_VERIFY(scene->isVisible());
+    QTRY_VERIFY(scene->isVisible() && QGuiApplication::focusWindow() == scene);
     m_host->tap("closeButton"_L1);
     QTRY_VERIFY(!scene);
     QTRY_VERIFY(m_host->hasFieldFocus());

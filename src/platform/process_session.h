@@ -7,6 +7,7 @@
 
 #include <mutex>
 #include <utility>
+#include <vector>
 
 namespace zenvor {
 
@@ -24,11 +25,12 @@ Session &processSession()
 {
     static auto *mutex = new std::mutex; // as well needed to the end
     static Session *session = nullptr;
+    static auto *all = new std::vector<Session *>; // for who looks for leaks
     if (MainActor::isCurrentThread())
         endSessionsWithThisThread();
     const std::lock_guard lock(*mutex);
     if (!session) {
-        session = new Session(Clock::system());
+        session = all->emplace_back(new Session(Clock::system()));
         qAddPostRoutine([] {
             Session *ended = nullptr;
             {

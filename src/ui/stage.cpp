@@ -126,11 +126,11 @@ void Stage::showOrHide()
 {
     if (!m_host)
         return;
-    const bool isShown = m_host->isVisible() && !m_host->windowStates().testFlag(Qt::WindowMinimized);
-    if (isShown == m_window->isVisible())
+    // A minimised one takes along what is transient for it, by the window manager.
+    if (m_host->isVisible() == m_window->isVisible())
         return;
-    m_window->setVisible(isShown);
-    if (isShown)
+    m_window->setVisible(m_host->isVisible());
+    if (m_host->isVisible())
         m_window->requestActivate();
 }
 
@@ -162,7 +162,6 @@ bool Stage::eventFilter(QObject *watched, QEvent *event)
         break;
     case QEvent::Show:
     case QEvent::Hide:
-    case QEvent::WindowStateChange:
         QMetaObject::invokeMethod(this, &Stage::showOrHide, Qt::QueuedConnection);
         break;
     default:
