@@ -19,10 +19,10 @@ if(ZENVOR_SANITIZE)
     target_link_options(zenvor_strict INTERFACE -fsanitize=${ZENVOR_SANITIZE})
 endif()
 
-# zenvor_precompiled(<name> HEADERS <header>… LIBRARIES <target>…): what a tree with
-# ZENVOR_PRECOMPILE_HEADERS parses once for all the targets that name it under zenvor_precompile().
+# zenvor_precompiled(<name> HEADERS <header>… LIBRARIES <target>…): what a tree parses once, if
+# ZENVOR_PRECOMPILE_HEADERS says so, for all the targets that name it under zenvor_precompile().
 function(zenvor_precompiled name)
-    if(ZENVOR_PRECOMPILE_HEADERS)
+    if(ZENVOR_PRECOMPILE_HEADERS STREQUAL "all" OR (ZENVOR_PRECOMPILE_HEADERS STREQUAL "tests" AND name MATCHES "_test$"))
         cmake_parse_arguments(PARSE_ARGV 1 precompiled "" "" "HEADERS;LIBRARIES")
         file(GENERATE OUTPUT ${PROJECT_BINARY_DIR}/${name}.cpp CONTENT "// What ${name} precompiles.\n")
         add_library(${name} OBJECT ${PROJECT_BINARY_DIR}/${name}.cpp)
@@ -34,7 +34,7 @@ function(zenvor_precompiled name)
 endfunction()
 
 function(zenvor_precompile target name)
-    if(ZENVOR_PRECOMPILE_HEADERS)
+    if(TARGET ${name})
         target_precompile_headers(${target} REUSE_FROM ${name})
     endif()
 endfunction()

@@ -30,6 +30,8 @@ public:
 
     /// Stays at least until \a screen is destroyed.
     void keepFor(QObject *screen);
+    /// Goes, unless there is a screen.
+    void closeIfEmpty();
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -38,7 +40,6 @@ private:
     void followHost();
     void showOrHide();
     void takePicture();
-    void closeIfEmpty();
 
     const QPointer<QWindow> m_host;
     const QPointer<QWindow>

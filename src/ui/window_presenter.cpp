@@ -32,6 +32,8 @@ PresentedScreen *WindowPresenter::show(std::shared_ptr<ViewController> screen, M
         QuickPresenter::shared().show(std::move(screen), style, animated, stage->window());
     if (presented)
         stage->keepFor(presented);
+    else
+        stage->closeIfEmpty();
     return presented;
 }
 
