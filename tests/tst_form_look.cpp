@@ -140,10 +140,14 @@ void TestFormLook::laysTheSectionsOutToTheLetter()
     QCOMPARE(rect("removeScreenshotButton"), QRectF(picture.right() - 30, picture.top() + 6, 24, 24));
     const auto helper = rect("screenshotHelperLabel");
     QCOMPARE(helper.top(), picture.bottom() + 12);
+    const auto add = rect("addMediaButton");
+    QCOMPARE(add.topLeft(), QPointF(sheet.left() + 24, helper.bottom() + 10));
+    QCOMPARE(add.height(), textHeight(12, QFont::DemiBold) + 16);
     const auto strip = rect("additionalMediaScrollView");
-    QCOMPARE(strip, QRectF(sheet.left() + 24, helper.bottom() + 12, width, 124));
+    QCOMPARE(strip, QRectF(sheet.left() + 24, add.bottom() + 12, width, 124));
     QCOMPARE(rect("mediaCard"), QRectF(strip.topLeft(), QSizeF(116, 124)));
     QCOMPARE(rect("mediaCardRemoveButton"), QRectF(strip.left() + 86, strip.top() + 6, 24, 24));
+    QCOMPARE(rect("mediaCardActionButton"), QRectF(strip.left() + 86, strip.bottom() - 30, 24, 24));
     QCOMPARE(rect("includeContactCheck"), QRectF(sheet.left() + 24, strip.bottom() + 14 + line + 14, 28, 28));
     QCOMPARE(rect("includeContactLabel").left(), sheet.left() + 24 + 28 + 12);
 }
@@ -379,7 +383,9 @@ void TestFormLook::namesEveryControl_data()
     row("occurrenceFrequencyChoice", QAccessible::RadioButton, "First time");
     row("screenshotImageView", QAccessible::Graphic, "Screenshot");
     row("removeScreenshotButton", QAccessible::Button, "Remove screenshot");
+    row("addMediaButton", QAccessible::Button, "Add Media (2/5)");
     row("mediaCard", QAccessible::Graphic, "Video");
+    row("mediaCardActionButton", QAccessible::Button, "Play video");
     row("mediaCardRemoveButton", QAccessible::Button, "Remove attachment");
     row("includeContactCheck", QAccessible::CheckBox, "Allow support contact");
 }
@@ -406,7 +412,7 @@ void TestFormLook::goesThroughTheControlsInTheirOrder()
 {
     const auto form = openForm();
     QStringList order;
-    for (int i = 0; i < 9; ++i) {
+    for (int i = 0; i < 11; ++i) {
         m_host->press(Qt::Key_Tab);
         order.append(m_host->window()->activeFocusItem()->objectName());
     }
@@ -416,7 +422,9 @@ void TestFormLook::goesThroughTheControlsInTheirOrder()
                                u"messageTextView"_s,
                                u"occurrenceFrequencyButton"_s,
                                u"removeScreenshotButton"_s,
+                               u"addMediaButton"_s,
                                u"mediaCardRemoveButton"_s,
+                               u"mediaCardActionButton"_s,
                                u"includeContactCheck"_s,
                                u"closeButton"_s};
     QCOMPARE(order, expected);

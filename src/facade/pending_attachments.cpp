@@ -2,13 +2,11 @@
 
 #include "client/report_upload_attachment.h"
 #include "platform/image.h"
+#include "platform/regular_file.h"
 #include "platform/screen.h"
 
-#include <QFile>
-#include <QFileInfo>
 #include <QUrl>
 
-#include <new>
 #include <utility>
 
 namespace zenvor {
@@ -24,27 +22,6 @@ std::optional<QString> normalizeAttachmentMimeType(const QString &mimeType)
     if (isAllowedScreenshotMimeType(normalized) || isAllowedVideoMimeType(normalized))
         return normalized;
     return std::nullopt;
-}
-
-// A name that begins with its only dot has none.
-QString extensionOf(const QString &path)
-{
-    const QFileInfo file(path);
-    return file.completeBaseName().isEmpty() ? QString() : file.suffix();
-}
-
-// Only regular files: a pipe or a device may never end.
-QByteArray contentsOf(const QString &path)
-{
-    QFile file(path);
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
-        return {};
-    try {
-        auto contents = file.readAll();
-        return file.error() == QFile::NoError ? contents : QByteArray();
-    } catch (const std::bad_alloc &) {
-        return {}; // larger than the memory
-    }
 }
 
 } // namespace
@@ -81,8 +58,8 @@ bool PendingAttachments::addFile(const QUrl &url, const std::optional<QString> &
     if (!url.isLocalFile() || !url.host().isEmpty())
         return false;
     const auto path = url.toLocalFile();
-    const auto type = mimeType ? mimeType : attachmentMimeType(extensionOf(path));
-    return add(contentsOf(path), type.value_or(jpeg.toString()));
+    const auto type = mimeType ? mimeType : attachmentMimeType(extensionOfFile(path));
+    return add(contentsOfFile(path).value_or(QByteArray()), type.value_or(jpeg.toString()));
 }
 
 bool PendingAttachments::set(const QImage &image, double compressionQuality)

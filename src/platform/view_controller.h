@@ -16,6 +16,7 @@ class ViewController;
 enum class ModalPresentationStyle {
     OverFullScreen, ///< over all of the host's window, which shows through
     PageSheet, ///< slides up from below, and leaves a strip of the host's window
+    FullScreen, ///< covers all of the host's window
     Alert, ///< a small card over whatever is there
 };
 
@@ -62,6 +63,9 @@ public:
 
     /// Shows this screen over \a host. False if that cannot be; nothing has been called then.
     bool present(Presenter &presenter, ModalPresentationStyle style, bool animated, QWindow *host);
+
+    /// Called when its presentation has completed: it stands where it stays.
+    virtual void viewDidAppear() {}
 
     /// Takes this screen away, and calls \a completion when it is gone if this object then still exists.
     /// Nothing if it is not shown, or going already.

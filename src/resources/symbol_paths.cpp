@@ -122,6 +122,35 @@ QPainterPath video()
     return box.united(lens);
 }
 
+QPainterPath folder()
+{
+    QPainterPath tab;
+    tab.addRoundedRect(2, 4, 9, 6, 2, 2);
+    QPainterPath body;
+    body.addRoundedRect(2, 6.5, 20, 13.5, 2.5, 2.5);
+    return tab.united(body);
+}
+
+// Hills below a sun, in a frame.
+QPainterPath photo()
+{
+    QPainterPath frame;
+    frame.addRoundedRect(2, 4, 20, 16, 3, 3);
+    QPainterPath sun;
+    sun.addEllipse(QPointF(8, 9.5), 1.9, 1.9);
+    auto hills = polyline({{4.5, 17.5}, {9.5, 12.8}, {12, 15}, {16, 10.5}, {19.5, 14.5}, {19.5, 17.5}});
+    hills.closeSubpath();
+    return frame.subtracted(sun).subtracted(hills);
+}
+
+QPainterPath twoBars()
+{
+    QPainterPath bars;
+    bars.addRoundedRect(5, 3.5, 5, 17, 1.5, 1.5);
+    bars.addRoundedRect(14, 3.5, 5, 17, 1.5, 1.5);
+    return bars;
+}
+
 // A ring of bars, each a little longer than the one before it.
 QPainterPath rays()
 {
@@ -159,6 +188,12 @@ QPainterPath symbolPath(const QString &name)
         return stroked(polyline({{4, 13}, {9.5, 19}, {20, 5}}), 3);
     if (name == "video"_L1)
         return video();
+    if (name == "folder.fill"_L1)
+        return folder();
+    if (name == "photo"_L1)
+        return photo();
+    if (name == "pause.fill"_L1)
+        return twoBars();
     if (name == "rays"_L1)
         return rays();
     return {};

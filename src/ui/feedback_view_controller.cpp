@@ -1,13 +1,16 @@
 #include "ui/feedback_view_controller.h"
 
-#include "client/report_client_error.h"
 #include "deviceinfo/device_info_provider.h"
-#include "platform/awaitable_callback.h"
-#include "platform/image.h"
+#include "media/attachment_file.h"
+#include "media/attachment_loading.h"
+#include "media/media_picker_view_controller.h"
+#include "media/video_player_view_controller.h"
 #include "resources/string_table.h"
 #include "ui/alert_view_controller.h"
 #include "ui/form_texts.h"
 #include "ui/media_card.h"
+#include "ui/picture_decoding.h"
+#include "ui/report_sending.h"
 #include "ui/send_error_message.h"
 
 #include <QClipboard>
@@ -18,8 +21,6 @@ namespace zenvor {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr double jpegQuality = 0.72;
 
 constexpr BugOccurrenceFrequency frequencies[] = {
     BugOccurrenceFrequency::FirstTime, BugOccurrenceFrequency::FewTimes, BugOccurrenceFrequency::SeveralTimes,
@@ -37,54 +38,6 @@ bool isEndless(const QString &text)
     return false;
 }
 
-Task<std::optional<QByteArray>> encodedHere(QImage image)
-{
-    co_return encodeJpeg(image, jpegQuality);
-}
-
-// A JPEG file; nothing if it cannot be made one, and then the report goes without.
-Task<std::optional<QByteArray>> encoded(QImage image)
-{
-    const auto encoding = [image] {
-        return encodedHere(image);
-    };
-    std::optional<QByteArray> jpeg;
-    try {
-        jpeg = co_await runOn(makeBackgroundExecutor(), encoding);
-    } catch (const std::exception &) {
-        jpeg.reset();
-    }
-    co_return jpeg;
-}
-
-// Whether the service refuses the token for this app. A check that cannot be made refuses nothing.
-Task<bool> isTokenRefused(ReportClient client, QString bundleId)
-{
-    bool isRefused = false;
-    try {
-        const auto result = co_await client.validateToken(std::move(bundleId));
-        isRefused = result == TokenBundleValidationResult::BundleMismatch;
-    } catch (const ReportClientError &error) {
-        isRefused = error.kind() == ReportClientError::Kind::InvalidToken;
-    } catch (const std::exception &) {
-        isRefused = false;
-    }
-    co_return isRefused;
-}
-
-// The description of the failure, or nothing.
-Task<std::optional<QString>> submit(ReportClient client, FeedbackReportPayload payload,
-                                    QList<ReportUploadAttachment> attachments)
-{
-    std::optional<QString> failure;
-    try {
-        co_await client.submit(std::move(payload), std::move(attachments));
-    } catch (const std::exception &error) {
-        failure = localizedDescription(error);
-    }
-    co_return failure;
-}
-
 } // namespace
 
 FeedbackViewController::FeedbackViewController(ZenvorConfiguration configuration, ReportClient reportClient,
@@ -99,6 +52,7 @@ FeedbackViewController::FeedbackViewController(ZenvorConfiguration configuration
     m_draft.category = category;
     for (const auto &attachment : m_attachments.additionalAttachments)
         m_mediaCards.append(new MediaCard(attachment, this));
+    sweepAttachmentFiles();
 }
 
 QString FeedbackViewController::sheetTitle() const
@@ -195,10 +149,99 @@ void FeedbackViewController::addMediaTapped()
     if (!acceptsInput())
         return;
     Q_EMIT endEditing();
-    if (m_attachments.usedCount() >= FormAttachments::limit)
-        showAlert(localizedString("zenvor_attachment_limit_title"_ba, u"Attachment Limit"_s),
-                  localizedString("zenvor_attachment_limit_message"_ba,
-                                  u"You can attach up to %d files per report."_s, {FormAttachments::limit}));
+    if (showsLimitAlert())
+        return;
+    const auto didFinishPicking = [self = weak_from_this()](const QList<QUrl> &results) {
+        if (!results.isEmpty())
+            addMedia(self, results); // detached: it reports what cannot be added
+    };
+    presentOver(std::make_shared<MediaPickerViewController>(
+                    FormAttachments::limit - m_attachments.usedCount(), didFinishPicking),
+                ModalPresentationStyle::FullScreen);
+}
+
+void FeedbackViewController::filesDropped(const QList<QUrl> &files)
+{
+    if (acceptsInput() && !files.isEmpty() && !showsLimitAlert())
+        addMedia(weak_from_this(), files); // detached: it reports what cannot be added
+}
+
+bool FeedbackViewController::showsLimitAlert()
+{
+    if (m_attachments.usedCount() < FormAttachments::limit)
+        return false;
+    showAlert(localizedString("zenvor_attachment_limit_title"_ba, u"Attachment Limit"_s),
+              localizedString("zenvor_attachment_limit_message"_ba,
+                              u"You can attach up to %d files per report."_s, {FormAttachments::limit}));
+    return true;
+}
+
+Task<> FeedbackViewController::addMedia(std::weak_ptr<ViewController> form, QList<QUrl> results)
+{
+    QList<PickedAttachment> picked;
+    auto loaded = co_await loadAttachmentsFromPicker(std::move(results), FormAttachments::limit);
+    for (auto &attachment : loaded)
+        picked.append({std::move(attachment), std::nullopt});
+    for (auto &candidate : picked) {
+        const auto self = std::static_pointer_cast<FeedbackViewController>(form.lock());
+        if (!self || self->m_attachments.currentScreenshot)
+            break;
+        if (candidate.attachment.kind != "screenshot"_L1)
+            continue;
+        const auto image = co_await decodedScreenshot(candidate.attachment.data);
+        candidate.image = image;
+        if (image)
+            break;
+    }
+    if (const auto self = std::static_pointer_cast<FeedbackViewController>(form.lock()))
+        self->applyPickedAttachments(std::move(picked));
+}
+
+void FeedbackViewController::applyPickedAttachments(QList<PickedAttachment> picked)
+{
+    if (picked.isEmpty()) {
+        showAlert(
+            localizedString("zenvor_unsupported_file_title"_ba, u"Unsupported File"_s),
+            localizedString("zenvor_unsupported_file_message"_ba, u"Please select image or video files."_s));
+        return;
+    }
+    m_attachments.applyPickedAttachments(std::move(picked));
+    for (auto i = m_mediaCards.size(); i < m_attachments.additionalAttachments.size(); ++i)
+        m_mediaCards.append(new MediaCard(m_attachments.additionalAttachments.at(i), this));
+    Q_EMIT attachmentsChanged();
+}
+
+void FeedbackViewController::previewVideoAttachment(int index)
+{
+    const auto *card = acceptsInput() ? m_mediaCards.value(index) : nullptr;
+    if (card && card->isVideo())
+        preview(weak_from_this(), card->file()); // detached: it says what cannot be shown
+}
+
+Task<> FeedbackViewController::preview(std::weak_ptr<ViewController> form, std::shared_ptr<AttachmentFile> file)
+{
+    const auto path = co_await file->path(AttachmentFile::Purpose::Preview);
+    const auto self = std::static_pointer_cast<FeedbackViewController>(form.lock());
+    if (!self || !self->acceptsInput())
+        co_return;
+    auto playback = path ? VideoPlayback::open(*path) : nullptr;
+    if (!playback) {
+        self->showPreviewAlert();
+        co_return;
+    }
+    const auto onFailed = [form] {
+        if (const auto alive = std::static_pointer_cast<FeedbackViewController>(form.lock()))
+            alive->showPreviewAlert();
+    };
+    self->presentOver(
+        std::make_shared<VideoPlayerViewController>(std::move(playback), std::move(file), onFailed),
+        ModalPresentationStyle::FullScreen);
+}
+
+void FeedbackViewController::showPreviewAlert()
+{
+    showAlert(localizedString("zenvor_preview_error_title"_ba, u"Preview Error"_s),
+              localizedString("zenvor_preview_error_message"_ba, u"Could not preview selected video."_s));
 }
 
 void FeedbackViewController::removeScreenshotTapped()
@@ -245,7 +288,7 @@ void FeedbackViewController::sendTapped()
 Task<std::optional<ReportUploadAttachment>> FeedbackViewController::resolvedScreenshotUploadPayload()
 {
     if (const auto image = m_attachments.screenshotToEncode()) {
-        auto jpeg = co_await encoded(*image);
+        auto jpeg = co_await encodedScreenshot(*image);
         if (jpeg)
             m_attachments.setEncodedScreenshot(std::move(*jpeg));
     }
@@ -265,7 +308,7 @@ Task<> FeedbackViewController::send(FeedbackReportPayload payload)
         showTokenAlert();
         co_return;
     }
-    const auto failure = co_await submit(m_reportClient, std::move(payload), std::move(attachments));
+    const auto failure = co_await submitReport(m_reportClient, std::move(payload), std::move(attachments));
     setSendingState(false);
     if (failure)
         showAlert(localizedString("zenvor_failed_to_send"_ba, u"Failed to Send"_s),

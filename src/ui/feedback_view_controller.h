@@ -7,9 +7,11 @@
 #include "ui/keyboard_avoidance.h"
 
 #include <QStringList>
+#include <QUrl>
 
 namespace zenvor {
 
+class AttachmentFile;
 class MediaCard;
 
 /// The form: what the user has filled in, and the sending of it. For one presentation. All that is typed is
@@ -73,6 +75,9 @@ public:
     Q_INVOKABLE void contactToggleTapped();
     Q_INVOKABLE void doneTapped();
     Q_INVOKABLE void addMediaTapped();
+    /// The same as if they had been picked.
+    Q_INVOKABLE void filesDropped(const QList<QUrl> &files);
+    Q_INVOKABLE void previewVideoAttachment(int index);
     Q_INVOKABLE void removeScreenshotTapped();
     Q_INVOKABLE void removeAdditionalAttachment(int index);
     /// The text of the clipboard is going to be a part of the message.
@@ -90,11 +95,18 @@ Q_SIGNALS:
     void endEditing();
 
 private:
+    // The form may go while these wait.
+    static Task<> addMedia(std::weak_ptr<ViewController> form, QList<QUrl> results);
+    static Task<> preview(std::weak_ptr<ViewController> form, std::shared_ptr<AttachmentFile> file);
+
     Task<> send(FeedbackReportPayload payload);
     Task<std::optional<ReportUploadAttachment>> resolvedScreenshotUploadPayload();
+    void applyPickedAttachments(QList<PickedAttachment> picked);
     bool acceptsInput() const;
     void setSendingState(bool sending);
     void showAlert(const QString &title, const QString &message, std::function<void()> onOk = {});
+    bool showsLimitAlert();
+    void showPreviewAlert();
     void showTokenAlert();
     void showSuccessAndClose();
     void close();

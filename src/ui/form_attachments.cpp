@@ -41,6 +41,21 @@ std::optional<ReportUploadAttachment> FormAttachments::screenshotUpload() const
                                   normalizedScreenshotMimeType(currentScreenshotMimeType), u"screenshot"_s};
 }
 
+void FormAttachments::applyPickedAttachments(QList<PickedAttachment> picked)
+{
+    for (auto &[attachment, image] : picked) {
+        if (usedCount() >= limit)
+            return;
+        if (currentScreenshot || !image) {
+            additionalAttachments.append(std::move(attachment));
+            continue;
+        }
+        currentScreenshot = std::move(image);
+        currentScreenshotData = std::move(attachment.data);
+        currentScreenshotMimeType = normalizedScreenshotMimeType(attachment.mimeType);
+    }
+}
+
 void FormAttachments::removeScreenshot()
 {
     currentScreenshot.reset();

@@ -7,6 +7,14 @@
 
 namespace zenvor {
 
+/// What a user has added to a form.
+struct PickedAttachment
+{
+    ReportUploadAttachment attachment;
+    /// What can be shown of a picture that may become the screenshot.
+    std::optional<QImage> image;
+};
+
 /// What goes with the report of a form: a screenshot, and further pictures and videos.
 struct FormAttachments
 {
@@ -28,6 +36,9 @@ struct FormAttachments
 
     /// The screenshot as it is sent. Nothing without one, and while it is no file.
     std::optional<ReportUploadAttachment> screenshotUpload() const;
+
+    /// Adds what there is room for. The first one with an image becomes the screenshot, if there is none.
+    void applyPickedAttachments(QList<PickedAttachment> picked);
 
     void removeScreenshot();
     /// Nothing if there is none at \a index.

@@ -1,7 +1,7 @@
 #include "ui/media_card.h"
 
-#include "platform/awaitable_callback.h"
-#include "platform/image.h"
+#include "media/attachment_file.h"
+#include "ui/picture_decoding.h"
 
 namespace zenvor {
 
@@ -11,36 +11,39 @@ namespace {
 
 constexpr int longestSide = 400;
 
-Task<std::optional<QImage>> decoded(QByteArray data)
-{
-    co_return decodeImage(data, longestSide);
-}
-
 } // namespace
 
 MediaCard::MediaCard(const ReportUploadAttachment &attachment, QObject *parent)
     : QObject(parent)
     , m_isVideo(attachment.kind == "video"_L1)
+    , m_file(m_isVideo ? std::make_shared<AttachmentFile>(attachment.data, attachment.mimeType) : nullptr)
 {
-    if (!m_isVideo)
+    if (m_isVideo)
+        decodeVideo(this, m_file); // detached: without a picture the symbol stays
+    else
         decode(this, attachment.data); // detached: a picture that cannot be decoded shows nothing
 }
 
+MediaCard::~MediaCard() = default;
+
 Task<> MediaCard::decode(QPointer<MediaCard> card, QByteArray data)
 {
-    const auto decoding = [data] {
-        return decoded(data);
-    };
-    std::optional<QImage> image;
-    try {
-        image = co_await runOn(makeBackgroundExecutor(), decoding);
-    } catch (const std::exception &) {
-        image.reset();
-    }
-    if (!card || !image)
-        co_return;
-    card->m_image = *image;
-    Q_EMIT card->imageChanged();
+    const auto image = co_await decodedPicture(std::move(data), longestSide);
+    if (card && image)
+        card->show(*image);
+}
+
+Task<> MediaCard::decodeVideo(QPointer<MediaCard> card, std::shared_ptr<AttachmentFile> file)
+{
+    const auto image = co_await videoThumbnailImage(std::move(file));
+    if (card && image)
+        card->show(*image);
+}
+
+void MediaCard::show(const QImage &image)
+{
+    m_image = image;
+    Q_EMIT imageChanged();
 }
 
 } // namespace zenvor

@@ -5,6 +5,7 @@
 #include "platform/logger.h"
 #include "platform/motion_preference.h"
 #include "resources/appearance.h"
+#include "ui/media_thumbnail_provider.h"
 
 #include <QCoreApplication>
 #include <QQmlComponent>
@@ -62,6 +63,7 @@ public:
         view->setParent(overlay);
         overlay->setProperty("isAnimated", animated);
         overlay->setProperty("contentItem", QVariant::fromValue(view));
+        connect(overlay, SIGNAL(opened()), this, SLOT(appear()));
         connect(overlay, SIGNAL(closed()), this, SLOT(finish()));
         connect(m_host, &QObject::destroyed, this, &OverlayScreen::finish);
         QMetaObject::invokeMethod(overlay, "open");
@@ -78,21 +80,29 @@ public:
         m_completion = std::move(completion);
         m_overlay->setProperty("isAnimated", animated);
         QMetaObject::invokeMethod(m_overlay, "close"); // closed() comes at once, or after the animation
-        if (!m_hasFinished && m_view)
+        if (!m_hasFinished && m_view && !isBelowAnother())
             m_view->forceActiveFocus(Qt::PopupFocusReason); // keys are not the host's while it can be seen
     }
 
     QWindow *hostWindow() const override { return m_host; }
 
 private Q_SLOTS:
+    void appear()
+    {
+        if (!m_isDismissed && !m_hasFinished)
+            m_controller->viewDidAppear();
+    }
+
     void finish()
     {
         if (m_hasFinished)
             return;
         m_hasFinished = true;
         deleteLater(); // the overlay has sent what brought us here
+        const bool isCovered = isBelowAnother();
         shown.removeOne(this);
-        giveFocusBack();
+        if (!isCovered)
+            giveFocusBack();
         if (shown.isEmpty())
             Appearance::shared().follow(nullptr);
         if (m_isDismissed)
@@ -102,6 +112,18 @@ private Q_SLOTS:
     }
 
 private:
+    // As a picker is that goes while an alert is coming.
+    bool isBelowAnother() const
+    {
+        bool isAbove = false;
+        for (auto *screen : std::as_const(shown)) {
+            if (isAbove && screen->m_host == m_host)
+                return true;
+            isAbove = isAbove || screen == this;
+        }
+        return false;
+    }
+
     void giveFocusBack()
     {
         if (!m_host)
@@ -129,6 +151,11 @@ private:
 };
 
 QList<OverlayScreen *> OverlayScreen::shown;
+
+bool slides(ModalPresentationStyle style)
+{
+    return style == ModalPresentationStyle::PageSheet || style == ModalPresentationStyle::FullScreen;
+}
 
 // Null if the file is in error, which a test would have shown.
 std::unique_ptr<QObject> create(QQmlEngine *engine, const QString &name, const QVariantMap &properties)
@@ -163,6 +190,7 @@ QQmlEngine *QuickPresenter::engine()
             [[maybe_unused]] auto *volatile kept = keepsRegistration;
         }
         m_engine = new QQmlEngine;
+        m_engine->addImageProvider(u"zenvor-media"_s, new MediaThumbnailProvider); // the engine's
         // With the application object, and not later: what the engine stands on goes with that.
         qAddPostRoutine([] { delete std::exchange(shared().m_engine, nullptr); });
     }
@@ -194,7 +222,7 @@ PresentedScreen *QuickPresenter::show(std::shared_ptr<ViewController> screen, Mo
     auto overlay =
         create(qmlEngine, u"Overlay"_s,
                {{u"parent"_s, QVariant::fromValue(window->contentItem())},
-                {u"slides"_s, style == ModalPresentationStyle::PageSheet && !prefersReducedMotion()}});
+                {u"slides"_s, slides(style) && !prefersReducedMotion()}});
     auto view = create(qmlEngine, screen->viewName(), properties);
     auto *viewItem = qobject_cast<QQuickItem *>(view.get());
     if (!overlay || !viewItem)

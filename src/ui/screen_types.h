@@ -1,5 +1,7 @@
 #pragma once
 
+#include "media/media_picker_view_controller.h"
+#include "media/video_player_view_controller.h"
 #include "ui/alert_view_controller.h"
 #include "ui/category_dialog_view_controller.h"
 #include "ui/feedback_view_controller.h"
@@ -40,6 +42,22 @@ struct MediaCardType
     Q_GADGET
     QML_FOREIGN(zenvor::MediaCard)
     QML_NAMED_ELEMENT(MediaCard)
+    QML_UNCREATABLE("made by the form")
+};
+
+struct MediaPickerViewControllerType
+{
+    Q_GADGET
+    QML_FOREIGN(zenvor::MediaPickerViewController)
+    QML_NAMED_ELEMENT(MediaPickerViewController)
+    QML_UNCREATABLE("made by the form")
+};
+
+struct VideoPlayerViewControllerType
+{
+    Q_GADGET
+    QML_FOREIGN(zenvor::VideoPlayerViewController)
+    QML_NAMED_ELEMENT(VideoPlayerViewController)
     QML_UNCREATABLE("made by the form")
 };
 

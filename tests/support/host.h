@@ -48,8 +48,20 @@ public:
         return item ? item->mapRectToScene({0, 0, item->width(), item->height()}) : QRectF();
     }
 
+    /// Turns the wheel over the form until the item can be tapped.
+    void scrollTo(QLatin1StringView name)
+    {
+        for (int turns = 0; turns < 20 && rectOf(name).center().y() > scene()->height(); ++turns) {
+            const QPointF position(scene()->width() / 2.0, scene()->height() / 2.0);
+            QWheelEvent event(position, scene()->mapToGlobal(position), {}, {0, -120}, {}, {},
+                              Qt::NoScrollPhase, false);
+            QCoreApplication::sendEvent(scene(), &event);
+            QTest::qWait(50);
+        }
+    }
     void tap(QLatin1StringView name)
     {
+        scrollTo(name);
         const QRectF rect = rectOf(name);
         QVERIFY2(rect.isValid(), name.data());
         QTest::mouseClick(scene(), Qt::LeftButton, {}, rect.center().toPoint());

@@ -243,5 +243,49 @@
         <source>zenvor_sending_a11y</source>
         <translation>جارٍ الإرسال</translation>
     </message>
+    <message>
+        <source>zenvor_pictures</source>
+        <translation>الصور</translation>
+    </message>
+    <message>
+        <source>zenvor_movies</source>
+        <translation>الفيديوهات</translation>
+    </message>
+    <message>
+        <source>zenvor_home</source>
+        <translation>المجلد الرئيسي</translation>
+    </message>
+    <message>
+        <source>zenvor_folder_up</source>
+        <translation>للأعلى</translation>
+    </message>
+    <message>
+        <source>zenvor_other_files</source>
+        <translation>ملفات أخرى…</translation>
+    </message>
+    <message>
+        <source>zenvor_folder_empty</source>
+        <translation>لا توجد صور أو فيديوهات هنا.</translation>
+    </message>
+    <message>
+        <source>zenvor_folder_unreadable</source>
+        <translation>لا يمكن فتح هذا المجلد.</translation>
+    </message>
+    <message>
+        <source>zenvor_picker_a11y</source>
+        <translation>الصور والفيديوهات</translation>
+    </message>
+    <message>
+        <source>zenvor_play_a11y</source>
+        <translation>تشغيل</translation>
+    </message>
+    <message>
+        <source>zenvor_pause_a11y</source>
+        <translation>إيقاف مؤقت</translation>
+    </message>
+    <message>
+        <source>zenvor_position_a11y</source>
+        <translation>الموضع</translation>
+    </message>
 </context>
 </TS>

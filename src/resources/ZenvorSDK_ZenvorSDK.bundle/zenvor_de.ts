@@ -243,5 +243,49 @@
         <source>zenvor_sending_a11y</source>
         <translation>Wird gesendet</translation>
     </message>
+    <message>
+        <source>zenvor_pictures</source>
+        <translation>Bilder</translation>
+    </message>
+    <message>
+        <source>zenvor_movies</source>
+        <translation>Videos</translation>
+    </message>
+    <message>
+        <source>zenvor_home</source>
+        <translation>Eigene Dateien</translation>
+    </message>
+    <message>
+        <source>zenvor_folder_up</source>
+        <translation>Nach oben</translation>
+    </message>
+    <message>
+        <source>zenvor_other_files</source>
+        <translation>Andere Dateien …</translation>
+    </message>
+    <message>
+        <source>zenvor_folder_empty</source>
+        <translation>Hier sind keine Bilder oder Videos.</translation>
+    </message>
+    <message>
+        <source>zenvor_folder_unreadable</source>
+        <translation>Dieser Ordner kann nicht geöffnet werden.</translation>
+    </message>
+    <message>
+        <source>zenvor_picker_a11y</source>
+        <translation>Fotos und Videos</translation>
+    </message>
+    <message>
+        <source>zenvor_play_a11y</source>
+        <translation>Wiedergeben</translation>
+    </message>
+    <message>
+        <source>zenvor_pause_a11y</source>
+        <translation>Anhalten</translation>
+    </message>
+    <message>
+        <source>zenvor_position_a11y</source>
+        <translation>Position</translation>
+    </message>
 </context>
 </TS>

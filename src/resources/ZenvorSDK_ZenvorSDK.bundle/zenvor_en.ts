@@ -201,7 +201,7 @@
         <translation>Save</translation>
     </message>
 </context>
-<!-- What assistive tools read where there is nothing but a drawing. -->
+<!-- What assistive tools read where there is nothing but a drawing, and the picker of media. -->
 <context>
     <name>zenvor</name>
     <message>
@@ -251,6 +251,50 @@
     <message>
         <source>zenvor_sending_a11y</source>
         <translation>Sending</translation>
+    </message>
+    <message>
+        <source>zenvor_pictures</source>
+        <translation>Pictures</translation>
+    </message>
+    <message>
+        <source>zenvor_movies</source>
+        <translation>Videos</translation>
+    </message>
+    <message>
+        <source>zenvor_home</source>
+        <translation>Home</translation>
+    </message>
+    <message>
+        <source>zenvor_folder_up</source>
+        <translation>Up</translation>
+    </message>
+    <message>
+        <source>zenvor_other_files</source>
+        <translation>Other files…</translation>
+    </message>
+    <message>
+        <source>zenvor_folder_empty</source>
+        <translation>No pictures or videos here.</translation>
+    </message>
+    <message>
+        <source>zenvor_folder_unreadable</source>
+        <translation>This folder cannot be opened.</translation>
+    </message>
+    <message>
+        <source>zenvor_picker_a11y</source>
+        <translation>Photos and videos</translation>
+    </message>
+    <message>
+        <source>zenvor_play_a11y</source>
+        <translation>Play</translation>
+    </message>
+    <message>
+        <source>zenvor_pause_a11y</source>
+        <translation>Pause</translation>
+    </message>
+    <message>
+        <source>zenvor_position_a11y</source>
+        <translation>Position</translation>
     </message>
 </context>
 </TS>

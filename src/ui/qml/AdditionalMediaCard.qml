@@ -9,6 +9,7 @@ Rectangle {
     required property MediaCard card
     required property bool isSending
 
+    signal previewRequested()
     signal removeRequested(byKey: bool)
     signal focusReceived()
 
@@ -40,7 +41,7 @@ Rectangle {
             anchors.centerIn: parent
             width: SheetTheme.videoSymbolSize
             height: SheetTheme.videoSymbolSize
-            visible: root.card.isVideo
+            visible: root.card.isVideo && root.card.image === undefined
             name: "video"
             color: SystemColors.blue
         }
@@ -58,9 +59,11 @@ Rectangle {
     MediaButton {
         objectName: "mediaCardActionButton"
         anchors { right: parent.right; bottom: parent.bottom; margins: SheetTheme.mediaButtonInset }
-        visible: false // there is neither player nor editor yet
+        visible: root.card.isVideo // there is no editor yet
         symbol: root.card.isVideo ? "play.fill" : "pencil"
         text: root.card.isVideo ? Texts.text("zenvor_play_video_a11y", "Play video") : Texts.text("zenvor_edit_picture_a11y", "Edit picture")
         enabled: !root.isSending
+        onActiveFocusChanged: if (activeFocus) root.focusReceived()
+        onClicked: root.previewRequested()
     }
 }

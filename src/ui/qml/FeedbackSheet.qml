@@ -29,6 +29,15 @@ Screen {
         Accessible.ignored: !root.controller.isSending
     }
 
+    DropArea {
+        anchors.fill: parent
+        onEntered: drag => drag.accepted = drag.hasUrls && !root.controller.isSending
+        onDropped: drop => {
+            drop.accept(Qt.CopyAction)
+            root.controller.filesDropped(drop.urls)
+        }
+    }
+
     Rectangle {
         anchors.fill: parent
         color: SheetTheme.strip

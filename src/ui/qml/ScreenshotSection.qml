@@ -79,7 +79,6 @@ Rectangle {
         }
         width: Math.min(addMediaLabel.implicitWidth + 2 * SheetTheme.addMediaPaddingX, parent.width - 2 * SheetTheme.margin)
         height: addMediaLabel.implicitHeight + 2 * SheetTheme.addMediaPaddingY
-        visible: false // there is nothing to choose from yet
         focusRadius: SheetTheme.addMediaRadius
         text: root.controller.addMediaTitle
         enabled: !root.controller.isSending
@@ -109,7 +108,7 @@ Rectangle {
         anchors {
             left: parent.left; leftMargin: SheetTheme.margin
             right: parent.right; rightMargin: SheetTheme.margin
-            top: addMedia.visible ? addMedia.bottom : helper.bottom; topMargin: SheetTheme.stripGap
+            top: addMedia.bottom; topMargin: SheetTheme.stripGap
         }
         height: visible ? SheetTheme.stripHeight : 0
         visible: cards.count > 0
@@ -141,6 +140,7 @@ Rectangle {
                     card: modelData
                     isSending: root.controller.isSending
                     onFocusReceived: strip.reveal(card)
+                    onPreviewRequested: root.controller.previewVideoAttachment(index)
                     onRemoveRequested: byKey => {
                         const neighbour = Math.min(index, cards.count - 2)
                         root.controller.removeAdditionalAttachment(index)

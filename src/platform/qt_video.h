@@ -1,0 +1,26 @@
+#pragma once
+
+#include <functional>
+
+class QImage;
+class QMediaPlayer;
+class QVideoFrame;
+
+namespace zenvor {
+
+/// A thread that waits for work that takes an event loop, made by the first and ended with the application
+/// object. What has not begun by then is dropped.
+void postToVideoThread(std::function<void()> work);
+
+/// To be called before each QMediaPlayer is made. The first call of a process takes a tenth of a second. Any
+/// thread.
+void prepareMediaBackend();
+
+/// The picture in \a frame, turned upright: Qt before 6.5 leaves it as the camera lay. Slow: not for the main
+/// thread.
+QImage uprightImage(const QVideoFrame &frame, int fileRotation);
+
+/// What uprightImage() has to turn; 0 where \a player does so itself. Reads the player's file.
+int rotationLeft(const QMediaPlayer &player);
+
+} // namespace zenvor

@@ -1,0 +1,18 @@
+import QtQuick
+import QtQuick.Dialogs
+import QtCore
+import Zenvor.Resources
+
+// The dialog for files that the system has, or Qt where it has none.
+FileDialog {
+    id: root
+
+    signal filesChosen(files: list<url>)
+
+    fileMode: FileDialog.OpenFiles
+    // The last one is, on some systems, what opens the library of photos.
+    currentFolder: StandardPaths.standardLocations(StandardPaths.PicturesLocation).slice(-1)[0]
+    nameFilters: [Texts.text("zenvor_picker_a11y", "Photos and videos")
+        + " (*.png *.jpg *.jpeg *.webp *.heic *.heif *.gif *.bmp *.tif *.tiff *.mp4 *.m4v *.mov *.webm *.mkv *.avi *.3gp)"]
+    onAccepted: root.filesChosen(root.selectedFiles)
+}
