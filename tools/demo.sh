@@ -71,7 +71,13 @@ driven() {
     echo "$url"
 
     say "2. The app, led through the flow by real events"
-    run_app timeout -k 5 180 "$app" --inbox "$folder/inbox" --pictures "$folder"
+    mkdir -p "$folder/home/Pictures"
+    cp examples/media/screen.png "$folder/home/Pictures/list.png"
+    cp examples/media/clip.mp4 "$folder/home/Pictures/scrolling.mp4"
+    cp examples/media/screen.png "$folder/home/Pictures/list-again.png"
+    touch -d "1 hour ago" "$folder/home/Pictures/scrolling.mp4"
+    touch -d "2 hours ago" "$folder/home/Pictures/list-again.png"
+    run_app env -u XDG_CONFIG_HOME HOME="$folder/home" timeout -k 5 180 "$app" --inbox "$folder/inbox" --pictures "$folder"
 
     say "3. What arrived"
     for report in "$folder"/inbox/reports/*; do

@@ -23,7 +23,8 @@ constexpr QSize phone(390, 844);
 constexpr FilledForm inTheLight{.message = "The list jumps to its top when I come back to it."_L1,
                                 .email = "maya@example.com"_L1,
                                 .frequencyIndex = 2,
-                                .frequency = "several_times"_L1};
+                                .frequency = "several_times"_L1,
+                                .hasMedia = true};
 constexpr FilledForm inTheDark{.message = "Dark mode: \"3 days\" is hard to read (100%)!"_L1,
                                .email = "Noor.K+demo@example.org"_L1,
                                .frequencyIndex = 4,

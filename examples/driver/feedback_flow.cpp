@@ -2,6 +2,7 @@
 
 #include "driver/example_host.h"
 #include "driver/failure.h"
+#include "driver/media_flow.h"
 #include "driver/picture_album.h"
 #include "driver/screens.h"
 
@@ -55,6 +56,8 @@ QImage reportBug(ExampleHost &host, Screens &screens, PictureAlbum &album, const
     screens.tap("includeContactCheck"_L1);
     fillIn(screens, "emailField"_L1, form.email);
     keep(sheet, u"form-filled"_s);
+    if (form.hasMedia)
+        attachMedia(screens, album, look);
 
     screens.tap("sendTopButton"_L1);
     screens.waitUntil(u"the form says that it sends"_s,

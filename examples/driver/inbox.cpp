@@ -1,6 +1,7 @@
 #include "driver/inbox.h"
 
 #include "driver/failure.h"
+#include "driver/media_flow.h"
 
 #include <QFile>
 #include <QJsonDocument>
@@ -53,7 +54,7 @@ QString size(const QImage &image)
 QString faultOfScreenshot(const QDir &folder, const QImage &host)
 {
     constexpr double greatestLossOfJpeg = 8;
-    const auto files = folder.entryList({u"*-screenshot.*"_s}, QDir::Files);
+    const auto files = folder.entryList({u"1-screenshot.*"_s}, QDir::Files);
     if (files.size() != 1)
         return u"%1 files that are screenshots, not one"_s.arg(files.size());
     const QImage screenshot(folder.filePath(files.constFirst()));
@@ -101,9 +102,10 @@ void compare(const QDir &report, const FilledForm &form, const QImage &host)
             faults += u"%1 is %2, and was %3 in the form"_s.arg(it.key(), shown(received[it.key()]),
                                                                 shown(it.value()));
     }
-    const auto fault = faultOfScreenshot(report, host);
-    if (!fault.isEmpty())
-        faults += fault;
+    for (const auto &fault : {faultOfScreenshot(report, host), form.hasMedia ? faultOfMedia(report) : QString()}) {
+        if (!fault.isEmpty())
+            faults += fault;
+    }
     if (!faults.isEmpty())
         throw Failure{
             u"The report in %1 is not what was sent:\n  %2."_s.arg(report.path(), faults.join(u"\n  "_s))};

@@ -14,6 +14,7 @@ struct FilledForm
     QLatin1StringView email;
     int frequencyIndex = 0; ///< in the menu, from above
     QLatin1StringView frequency; ///< the same, as the service calls it
+    bool hasMedia = false; ///< whether attachMedia() was called
 };
 
 /// The folder in which zenvor-sandbox keeps what arrived.

@@ -25,6 +25,11 @@ void collect(QLatin1StringView name, QQuickItem *item, QList<QQuickItem *> *foun
         collect(name, child, found);
 }
 
+QPointF centerOf(const QQuickItem *item)
+{
+    return item->mapToScene({item->width() / 2, item->height() / 2});
+}
+
 bool isAtRest(QQuickItem *screen)
 {
     for (const QQuickItem *item = screen; item; item = item->parentItem()) {
@@ -60,12 +65,46 @@ QString Screens::text(QLatin1StringView name) const
     return found.isEmpty() ? QString() : found.constFirst()->property("text").toString();
 }
 
+bool Screens::hasSettled() const
+{
+    QList<QQuickItem *> items;
+    const auto windows = QGuiApplication::allWindows();
+    for (auto *window : windows) {
+        if (auto *quickWindow = qobject_cast<QQuickWindow *>(window))
+            items.append(quickWindow->contentItem());
+    }
+    while (!items.isEmpty()) {
+        const auto *item = items.takeLast();
+        if (item->inherits("QQuickImage") && item->property("progress").toReal() < 1
+            && !item->property("source").toUrl().isEmpty())
+            return false;
+        items += item->childItems();
+    }
+    return true;
+}
+
+// By turns of the wheel.
+void Screens::reveal(QQuickItem *target) const
+{
+    constexpr int mostTurns = 20;
+    auto *window = target->window();
+    for (int turns = 0; turns < mostTurns && centerOf(target).y() > window->height(); ++turns) {
+        const QPointF middle(window->width() / 2.0, window->height() / 2.0);
+        QWheelEvent event(middle, window->mapToGlobal(middle), {}, {0, -120}, {},
+                          {}, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(window, &event);
+        window->grabWindow(); // lays everything out
+        QTest::qWait(20);
+    }
+}
+
 void Screens::tap(QLatin1StringView name, int index)
 {
     item(name, index)->window()->grabWindow(); // lays everything out
     auto *target = item(name, index);
     m_lastTapped = target->window();
-    const QPointF center = target->mapToScene({target->width() / 2, target->height() / 2});
+    reveal(target);
+    const QPointF center = centerOf(target);
     if (!QRectF({}, m_lastTapped->size()).contains(center))
         throw Failure{u"The middle of %1 lies outside of the window."_s.arg(name)};
     if (!target->isEnabled())

@@ -20,7 +20,11 @@ public:
     /// Its property "text"; empty if it is not shown.
     QString text(QLatin1StringView name) const;
 
-    /// Presses and releases in the middle of the item, number \a index of those of that name.
+    /// Whether everything that is loaded in the background has come.
+    bool hasSettled() const;
+
+    /// Presses and releases in the middle of the item, number \a index of those of that name. What lies below
+    /// the window is scrolled into it.
     void tap(QLatin1StringView name, int index = 0);
     /// To whatever has the keyboard in the window of the last tap. Latin letters only.
     void type(QLatin1StringView text);
@@ -35,6 +39,7 @@ public:
     QImage picture(QLatin1StringView name) const;
 
 private:
+    void reveal(QQuickItem *target) const;
     QQuickItem *item(QLatin1StringView name, int index = 0) const;
 
     QPointer<QQuickWindow> m_lastTapped;

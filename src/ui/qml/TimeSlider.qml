@@ -7,9 +7,15 @@ import Zenvor.Screens
 T.Slider {
     id: root
 
+    signal stepRequested(step: int)
+
     implicitHeight: MediaTheme.buttonSize
     focusPolicy: Qt.TabFocus
-    stepSize: MediaTheme.seekStep
+    // Not as its steps, to which it would round what is dragged.
+    Keys.onLeftPressed: root.stepRequested(-MediaTheme.seekStep)
+    Keys.onRightPressed: root.stepRequested(MediaTheme.seekStep)
+    Accessible.onDecreaseAction: root.stepRequested(-MediaTheme.seekStep)
+    Accessible.onIncreaseAction: root.stepRequested(MediaTheme.seekStep)
     Accessible.role: Accessible.Slider
     Accessible.name: Texts.text("zenvor_position_a11y", "Position")
     Component.onCompleted: PointerGrabs.keep(root)

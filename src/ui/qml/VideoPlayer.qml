@@ -85,6 +85,7 @@ Screen {
                 to: Math.max(root.controller.duration, 1)
                 enabled: root.controller.duration > 0
                 onMoved: root.controller.seek(value)
+                onStepRequested: step => root.controller.seek(root.controller.position + step)
 
                 Binding on value {
                     when: !slider.pressed

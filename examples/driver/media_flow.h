@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QDir>
+#include <QString>
+
+namespace driver {
+
+class PictureAlbum;
+class Screens;
+
+/// Adds the three files of the user's folder of pictures to the form that is open, watches the one that is a
+/// video, and removes the first again, with a picture of every screen.
+void attachMedia(Screens &screens, PictureAlbum &album, const QString &look);
+
+/// Empty if what attachMedia() has left in the form is in \a report, byte by byte, after the screenshot.
+QString faultOfMedia(const QDir &report);
+
+} // namespace driver
