@@ -42,6 +42,7 @@ private Q_SLOTS:
     void cleanup();
     void choosesFromTheGrid();
     void choosesWithTheKeyboard();
+    void takesOtherFiles();
     void saysWhyThereIsNothingToChoose_data();
     void saysWhyThereIsNothingToChoose();
     void decodesOnlyWhatIsSeen();
@@ -54,7 +55,10 @@ private:
     void openForm();
     void openPicker();
     /// The entry of the grid that is shown under this name.
-    QQuickItem *entry(const QString &name) const;
+    QQuickItem *entry(const QString &name) const { return find("name", name); }
+    QQuickItem *withText(const QString &text) const { return find("text", text); }
+    QQuickItem *find(const char *property, const QString &value) const;
+    void click(const QQuickItem *item);
     void tapEntry(const QString &name);
     void drop(const QList<QUrl> &files);
     QStringList temporaryFiles() const;
@@ -111,25 +115,29 @@ void TestMediaScreens::openPicker()
     QTRY_COMPARE(m_host->find("mediaPicker"_L1)->mapToScene({}), QPointF());
 }
 
-QQuickItem *TestMediaScreens::entry(const QString &name) const
+QQuickItem *TestMediaScreens::find(const char *property, const QString &value) const
 {
-    QList<QQuickItem *> items{m_host->find("mediaPickerGrid"_L1)};
+    QList<QQuickItem *> items{m_host->scene()->contentItem()};
     while (!items.isEmpty()) {
         auto *item = items.takeFirst();
-        if (item && item->objectName().startsWith("mediaPicker"_L1) && item->property("name") == name)
+        if (item->isVisible() && item->property(property) == value)
             return item;
-        items += item ? item->childItems() : QList<QQuickItem *>();
+        items += item->childItems();
     }
     return nullptr;
+}
+
+void TestMediaScreens::click(const QQuickItem *item)
+{
+    m_host->scene()->grabWindow(); // lays everything out
+    const auto center = item->mapToScene({item->width() / 2, item->height() / 2}).toPoint();
+    QTest::mouseClick(m_host->scene(), Qt::LeftButton, {}, center);
 }
 
 void TestMediaScreens::tapEntry(const QString &name)
 {
     QTRY_VERIFY2(entry(name), qPrintable(name));
-    m_host->scene()->grabWindow();
-    const auto *item = entry(name);
-    const auto center = item->mapToScene({item->width() / 2, item->height() / 2}).toPoint();
-    QTest::mouseClick(m_host->scene(), Qt::LeftButton, {}, center);
+    click(entry(name));
 }
 
 void TestMediaScreens::drop(const QList<QUrl> &files)
@@ -202,6 +210,20 @@ void TestMediaScreens::choosesWithTheKeyboard()
     QTRY_VERIFY(!m_host->isShown("mediaPicker"_L1));
     QVERIFY(m_host->isShown("feedbackSheet"_L1));
     QCOMPARE(m_host->textOf("addMediaButton"_L1), u"Add Media (4/5)"_s);
+}
+
+void TestMediaScreens::takesOtherFiles()
+{
+    openForm();
+    openPicker();
+    m_host->tap("mediaPickerOtherFiles"_L1);
+    // Qt's own, where the system has none.
+    QTRY_VERIFY(find("fileName", u"red.png"_s));
+    click(find("fileName", u"red.png"_s));
+    QTRY_VERIFY(withText(u"Open"_s) && withText(u"Open"_s)->isEnabled());
+    click(withText(u"Open"_s));
+    QTRY_VERIFY(!m_host->isShown("mediaPicker"_L1));
+    QTRY_COMPARE(m_host->textOf("addMediaButton"_L1), u"Add Media (2/5)"_s);
 }
 
 void TestMediaScreens::saysWhyThereIsNothingToChoose_data()

@@ -13,8 +13,6 @@
 
 namespace zenvor {
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 class ThumbnailResponse final : public QQuickImageResponse
@@ -29,7 +27,6 @@ public:
     }
 
     void cancel() override { m_stop.requestStop(); }
-    QString errorString() const override { return m_image.isNull() ? u"no picture"_s : QString(); }
     QQuickTextureFactory *textureFactory() const override
     {
         return QQuickTextureFactory::textureFactoryForImage(m_image);

@@ -32,6 +32,7 @@ Tappable {
 
     Image {
         id: picture
+        readonly property bool isShown: status === Image.Ready && implicitWidth > 0 // else it could not be decoded
         anchors.fill: parent
         source: root.thumbnail
         sourceSize: Qt.size(root.width * 1.5, root.height * 1.5) // it is cropped
@@ -43,14 +44,14 @@ Tappable {
         anchors { centerIn: parent; verticalCenterOffset: -label.height / 2 }
         width: MediaTheme.symbolSize
         height: MediaTheme.symbolSize
-        visible: picture.status !== Image.Ready
+        visible: !picture.isShown
         name: root.isFolder ? "folder.fill" : root.isVideo ? "video" : "photo"
         color: root.isFolder ? SystemColors.blue : SystemColors.gray
     }
     Label {
         id: label
         anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: MediaTheme.badgeInset }
-        visible: root.isFolder || picture.status === Image.Error
+        visible: root.isFolder || (picture.status === Image.Ready && !picture.isShown)
         text: root.name
         font: MediaTheme.name
         color: SheetTheme.primaryText
@@ -63,7 +64,7 @@ Tappable {
         width: MediaTheme.badgeSize
         height: MediaTheme.badgeSize
         radius: height / 2
-        visible: root.isVideo && picture.status === Image.Ready
+        visible: root.isVideo && picture.isShown
         color: MediaTheme.shade
 
         SymbolItem {

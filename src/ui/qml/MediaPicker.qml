@@ -25,8 +25,8 @@ Screen {
     Item {
         id: bar
         anchors {
-            left: parent.left; leftMargin: MediaTheme.margin + Appearance.safeAreaLeft
-            right: parent.right; rightMargin: MediaTheme.margin + Appearance.safeAreaRight
+            left: parent.left; leftMargin: MediaTheme.margin - MediaTheme.actionPadding + Appearance.safeAreaLeft
+            right: parent.right; rightMargin: MediaTheme.margin - MediaTheme.actionPadding + Appearance.safeAreaRight
             top: parent.top; topMargin: Appearance.safeAreaTop
         }
         height: MediaTheme.barHeight
@@ -203,7 +203,7 @@ Screen {
     }
     Connections {
         target: otherFiles.item
-        function onFilesChosen(files: list<url>) { root.controller.filesChosen(files) }
+        function onFilesChosen(files: var) { root.controller.filesChosen(files) }
     }
 
     function tapCurrent(event: var) {

@@ -9,7 +9,7 @@ QtObject {
     readonly property color chip: SheetTheme.controlFill
     readonly property color chosen: SystemColors.blue
     readonly property color onPicture: "#ffffff"
-    readonly property color shade: Qt.rgba(0, 0, 0, 0.45)
+    readonly property color shade: Qt.rgba(0, 0, 0, 0.55)
     readonly property color playerBackground: "#000000"
     readonly property color playerText: "#ffffff"
     readonly property color sliderTrack: Qt.rgba(1, 1, 1, 0.35)
@@ -24,6 +24,7 @@ QtObject {
 
     readonly property real margin: 16
     readonly property real barHeight: 54
+    readonly property real actionPadding: 8
     readonly property real chipHeight: 32
     readonly property real chipPadding: 14
     readonly property real chipGap: 8

@@ -7,8 +7,9 @@ import Zenvor.Resources
 FileDialog {
     id: root
 
-    signal filesChosen(files: list<url>)
+    signal filesChosen(files: var)
 
+    objectName: "otherFiles"
     fileMode: FileDialog.OpenFiles
     // The last one is, on some systems, what opens the library of photos.
     currentFolder: StandardPaths.standardLocations(StandardPaths.PicturesLocation).slice(-1)[0]

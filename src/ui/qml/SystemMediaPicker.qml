@@ -18,7 +18,7 @@ Screen {
     }
     Connections {
         target: picker.item
-        function onFilesChosen(files: list<url>) { root.controller.filesChosen(files) }
+        function onFilesChosen(files: var) { root.controller.filesChosen(files) }
         function onRejected() { root.controller.cancelTapped() }
     }
 }

@@ -9,13 +9,13 @@ Tappable {
     property color color: SystemColors.blue
 
     font: MediaTheme.action
-    implicitWidth: label.implicitWidth
+    implicitWidth: label.implicitWidth + 2 * MediaTheme.actionPadding
     implicitHeight: MediaTheme.buttonSize
-    focusRadius: MediaTheme.badgeInset
+    focusRadius: MediaTheme.actionPadding
 
     Label {
         id: label
-        anchors.fill: parent
+        anchors { fill: parent; leftMargin: MediaTheme.actionPadding; rightMargin: MediaTheme.actionPadding }
         text: root.text
         font: root.font
         color: root.color
