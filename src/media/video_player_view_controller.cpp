@@ -35,7 +35,7 @@ void VideoPlayerViewController::playPauseTapped()
         m_playback->play();
 }
 
-void VideoPlayerViewController::seek(qint64 position)
+void VideoPlayerViewController::seek(int position)
 {
     m_playback->seek(position);
 }

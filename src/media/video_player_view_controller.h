@@ -14,10 +14,10 @@ class VideoPlayerViewController : public ViewController
 {
     Q_OBJECT
     Q_PROPERTY(QVariant picture READ picture NOTIFY pictureChanged)
-    Q_PROPERTY(QSize pictureSize READ pictureSize NOTIFY pictureChanged)
+    Q_PROPERTY(QSizeF pictureSize READ pictureSize NOTIFY pictureChanged)
     Q_PROPERTY(bool isPlaying READ isPlaying NOTIFY changed)
-    Q_PROPERTY(qint64 position READ position NOTIFY changed)
-    Q_PROPERTY(qint64 duration READ duration NOTIFY changed)
+    Q_PROPERTY(int position READ position NOTIFY changed)
+    Q_PROPERTY(int duration READ duration NOTIFY changed)
 
 public:
     /// Plays what \a playback has opened, and keeps \a file, which that is, for so long. \a onFailed is called
@@ -31,14 +31,14 @@ public:
 
     /// A QImage; nothing before the first.
     QVariant picture() const { return m_picture; }
-    QSize pictureSize() const { return m_pictureSize; }
+    QSizeF pictureSize() const { return m_pictureSize; }
     bool isPlaying() const { return m_playback->isPlaying(); }
     /// In milliseconds, both; the duration is 0 until it is known.
-    qint64 position() const { return m_playback->position(); }
-    qint64 duration() const { return m_playback->duration(); }
+    int position() const { return int(m_playback->position()); }
+    int duration() const { return int(m_playback->duration()); }
 
     Q_INVOKABLE void playPauseTapped();
-    Q_INVOKABLE void seek(qint64 position);
+    Q_INVOKABLE void seek(int position);
     Q_INVOKABLE void closeTapped();
     Q_INVOKABLE void leave() override { closeTapped(); }
 
@@ -53,7 +53,7 @@ private:
     const std::unique_ptr<VideoPlayback> m_playback;
     const std::function<void()> m_onFailed;
     QVariant m_picture;
-    QSize m_pictureSize;
+    QSizeF m_pictureSize;
 };
 
 } // namespace zenvor

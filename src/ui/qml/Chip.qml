@@ -1,5 +1,4 @@
 import QtQuick
-import Zenvor.Resources
 import Zenvor.Screens
 
 // One of several words in a row that can be tapped.
@@ -14,7 +13,7 @@ Tappable {
 
     background: Rectangle {
         radius: height / 2
-        color: root.isCurrent ? MediaTheme.chosen : MediaTheme.chip
+        color: root.isCurrent ? MediaTheme.chosen : SheetTheme.controlFill
         opacity: root.down ? MediaTheme.pressedOpacity : 1
     }
 

@@ -27,7 +27,7 @@ Tappable {
     Accessible.onToggleAction: press()
 
     background: Rectangle {
-        color: MediaTheme.cell
+        color: SheetTheme.mediaPreviewBackground
     }
 
     Image {
@@ -35,7 +35,7 @@ Tappable {
         readonly property bool isShown: status === Image.Ready && implicitWidth > 0 // else it could not be decoded
         anchors.fill: parent
         source: root.thumbnail
-        sourceSize: Qt.size(root.width * 1.5, root.height * 1.5) // it is cropped
+        sourceSize { width: root.width * 1.5; height: root.height * 1.5 } // it is cropped
         fillMode: Image.PreserveAspectCrop
         opacity: root.enabled ? 1 : MediaTheme.disabledOpacity
         Accessible.ignored: true

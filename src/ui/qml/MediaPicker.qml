@@ -19,7 +19,7 @@ Screen {
 
     Rectangle {
         anchors.fill: parent
-        color: MediaTheme.background
+        color: SheetTheme.background
     }
 
     Item {
@@ -109,7 +109,10 @@ Screen {
                 id: other
                 objectName: "mediaPickerOtherFiles"
                 text: Texts.text("zenvor_other_files", "Other files…")
-                onClicked: otherFiles.active ? otherFiles.item.open() : otherFiles.active = true
+                onClicked: {
+                    otherFiles.active = false
+                    otherFiles.active = true
+                }
             }
         }
     }
@@ -198,7 +201,6 @@ Screen {
         id: otherFiles
         active: false
         source: "OtherFiles.qml"
-        onLoaded: item.open()
         onStatusChanged: if (status === Loader.Error) other.visible = false
     }
     Connections {

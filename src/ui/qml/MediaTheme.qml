@@ -4,9 +4,6 @@ import Zenvor.Resources
 
 // What the picker and the player of videos look like. The player is dark, whatever the app is.
 QtObject {
-    readonly property color background: SheetTheme.background
-    readonly property color cell: SheetTheme.mediaPreviewBackground
-    readonly property color chip: SheetTheme.controlFill
     readonly property color chosen: SystemColors.blue
     readonly property color onPicture: "#ffffff"
     readonly property color shade: Qt.rgba(0, 0, 0, 0.55)

@@ -12,8 +12,12 @@ FileDialog {
     objectName: "otherFiles"
     fileMode: FileDialog.OpenFiles
     // The last one is, on some systems, what opens the library of photos.
-    currentFolder: StandardPaths.standardLocations(StandardPaths.PicturesLocation).slice(-1)[0]
+    currentFolder: {
+        const folders = [...StandardPaths.standardLocations(StandardPaths.PicturesLocation)]
+        return folders[folders.length - 1]
+    }
     nameFilters: [Texts.text("zenvor_picker_a11y", "Photos and videos")
         + " (*.png *.jpg *.jpeg *.webp *.heic *.heif *.gif *.bmp *.tif *.tiff *.mp4 *.m4v *.mov *.webm *.mkv *.avi *.3gp)"]
+    Component.onCompleted: open()
     onAccepted: root.filesChosen(root.selectedFiles)
 }

@@ -13,7 +13,6 @@ Screen {
     Loader {
         id: picker
         source: "OtherFiles.qml"
-        onLoaded: item.open()
         onStatusChanged: if (status === Loader.Error) root.controller.cancelTapped()
     }
     Connections {
