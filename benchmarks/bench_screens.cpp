@@ -3,17 +3,15 @@
 // for the least that could do the same.
 #include "capture/screenshot_capturer.h"
 #include "host_window.h"
+#include "screens.h"
 #include "table.h"
 
 #include <zenvor/report_service.h>
 #include <zenvor/zenvor.h>
 
-#include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QProcess>
 #include <QTemporaryDir>
-#include <QTest>
-#include <QTimer>
 
 #include <chrono>
 
@@ -21,18 +19,9 @@ namespace {
 
 using namespace zenvor;
 using namespace Qt::StringLiterals;
-
-QQuickItem *find(QQuickItem *item, QLatin1StringView name)
-{
-    if (item->objectName() == name && item->isVisible())
-        return item;
-    const auto children = item->childItems();
-    for (auto *child : children) {
-        if (auto *found = find(child, name))
-            return found;
-    }
-    return nullptr;
-}
+using bench::click;
+using bench::find;
+using bench::waitFor;
 
 /// Milliseconds from \a action to the first frame in which \a name is shown.
 template<typename F>
@@ -50,42 +39,6 @@ double untilShown(QQuickWindow *window, QLatin1StringView name, F action)
     if (!QTest::qWaitFor([&elapsed] { return elapsed != 0; }, 10'000))
         qFatal("%s is not shown", name.data());
     return elapsed;
-}
-
-/// Milliseconds for which the event loop has not come round, at most.
-class Stalls
-{
-public:
-    Stalls()
-    {
-        QObject::connect(&m_tick, &QTimer::timeout, &m_tick, [this] {
-            m_longest = std::max(m_longest, double(m_sinceTick.nsecsElapsed()) / 1e6);
-            m_sinceTick.start();
-        });
-        m_sinceTick.start();
-        m_tick.start(0);
-    }
-    double take() { return std::exchange(m_longest, 0); }
-
-private:
-    QTimer m_tick;
-    QElapsedTimer m_sinceTick;
-    double m_longest = 0;
-};
-
-void click(QQuickWindow *window, QLatin1StringView name)
-{
-    auto *item = find(window->contentItem(), name);
-    if (!item)
-        qFatal("%s is not there", name.data());
-    QTest::mouseClick(window, Qt::LeftButton, {},
-                      item->mapToScene({item->width() / 2, item->height() / 2}).toPoint());
-}
-
-void waitFor(QQuickWindow *window, QLatin1StringView name, bool isShown = true)
-{
-    if (!QTest::qWaitFor([&] { return bool(find(window->contentItem(), name)) == isShown; }, 10'000))
-        qFatal("waited in vain for %s", name.data());
 }
 
 double emptyPopup(QQuickWindow *window)
@@ -123,7 +76,7 @@ int runFlow(int repetitions, bool isBaseline)
     setReportServiceUrl(QUrl(u"http://127.0.0.1:9"_s)); // nobody is there
     Zenvor::shared().configure(u"token"_s, false);
     QTest::qWait(300); // what configure() has started
-    Stalls stalls;
+    bench::Stalls stalls;
     for (int i = 0; i <= repetitions; ++i) {
         const auto name = [i](const char *first, const char *later) {
             return i == 0 ? first : later;

@@ -99,10 +99,11 @@ Task<std::optional<QImage>> videoThumbnailImage(std::shared_ptr<AttachmentFile> 
 {
     constexpr std::chrono::milliseconds position(100);
     constexpr int longestSide = 400;
+    const StopToken isAlwaysWanted;
     const auto path = co_await file->path(AttachmentFile::Purpose::Thumbnail);
     if (!path)
         co_return std::nullopt;
-    co_return co_await videoFrame(*path, position, longestSide, {});
+    co_return co_await videoFrame(*path, position, longestSide, isAlwaysWanted);
 }
 
 void sweepAttachmentFiles()
