@@ -10,7 +10,7 @@ if(MODE STREQUAL "installed")
     list(APPEND configuration -D CMAKE_PREFIX_PATH=${WORK}/prefix)
 else()
     list(APPEND configuration -D ZENVOR_SOURCE_DIR=${SOURCE}
-        -D ZENVOR_HTTP=qt -D ZENVOR_WITH_SENSORS=OFF) # as on a phone without an accelerometer
+        -D ZENVOR_HTTP=qt -D ZENVOR_WITH_SENSORS=OFF -D ZENVOR_WITH_MULTIMEDIA=OFF) # the least there is
 endif()
 execute_process(COMMAND ${CMAKE_COMMAND} ${configuration} COMMAND_ERROR_IS_FATAL ANY)
 execute_process(COMMAND ${CMAKE_COMMAND} --build ${WORK}/build COMMAND_ERROR_IS_FATAL ANY)
