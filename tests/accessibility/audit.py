@@ -5,6 +5,9 @@ Each screen has to be one named dialog with its controls in reading order, and e
 what is missing, that something is being sent, and that it has arrived.
 """
 import json
+import os
+import pathlib
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -122,13 +125,27 @@ def run(app, url):
     check_controls(form, [("push button", "Close"), ("heading", "Report a bug"), ("push button", "Send"),
                           ("text", "Email"), ("text", "Description"), ("push button", "First time"),
                           ("image", "Screenshot"), ("push button", "Remove screenshot"),
-                          ("check box", "Allow support contact")])
+                          ("push button", "Add Media (1/5)"), ("check box", "Allow support contact")])
     check_state(find(form, "text", "Email"), Atspi.StateType.EDITABLE)
     check_state(find(form, "text", "Description"), Atspi.StateType.MULTI_LINE)
     box = find(form, "check box", "Allow support contact")
     check_state(box, Atspi.StateType.CHECKED, False)
     press(form, "check box", "Allow support contact")
     wait_for("the mark", lambda: has(box, Atspi.StateType.CHECKED))
+
+    press(form, "push button", "Add Media (1/5)")
+    picker = wait_for("the picker", lambda: find(app, "dialog", "Photos and videos"))
+    places = [("push button", name) for name in ("Up", "Pictures", "Videos", "Home", "Other files…")]
+    check_controls(picker, [("push button", "Cancel"), ("heading", "Pictures"), ("push button", "Done"), *places,
+                            ("push button", "a folder"), ("check box", "picture.png")])
+    choice = find(picker, "check box", "picture.png")
+    check_state(choice, Atspi.StateType.CHECKED, False)
+    press(picker, "check box", "picture.png")
+    wait_for("the choice", lambda: has(choice, Atspi.StateType.CHECKED))
+    press(picker, "push button", "Done (1)")
+    wait_for("the picture in the form", lambda: find(form, "image", "Picture"))
+    press(form, "push button", "Remove attachment")
+    wait_for("the end of the picture", lambda: not find(form, "image", "Picture"))
 
     press(form, "push button", "Send")
     alert = wait_for("the alert", lambda: find(app, "alert", "Missing Field"))
@@ -156,6 +173,12 @@ def run(app, url):
     wait_for("the end of the form", lambda: not find(app, "dialog", "Report a bug"))
 
 
+def make_pictures(home):
+    pictures = pathlib.Path(home, "Pictures")
+    pictures.joinpath("a folder").mkdir(parents=True)
+    shutil.copy(pathlib.Path(__file__).parents[2] / "examples/media/screen.png", pictures / "picture.png")
+
+
 def main():
     host, sandbox = sys.argv[1:]
     with tempfile.TemporaryDirectory() as folder:
@@ -164,7 +187,9 @@ def main():
         app = None
         try:
             url = listen(service)
-            app = subprocess.Popen([host, "--service", url, "--token", "demo-token"])
+            make_pictures(folder)
+            app = subprocess.Popen([host, "--service", url, "--token", "demo-token"],
+                                   env={**os.environ, "HOME": folder, "XDG_CONFIG_HOME": folder})
             run(wait_for("the host", host_application), url)
             if app.poll() is not None:
                 fail("the host has ended")

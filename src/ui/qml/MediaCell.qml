@@ -20,8 +20,8 @@ Tappable {
     text: name
     focusPolicy: Qt.NoFocus
     enabled: isFolder || isChoosable || isChosen
-    Accessible.role: isFolder ? Accessible.Button : Accessible.CheckBox
-    Accessible.checkable: !isFolder
+    checkable: !isFolder
+    checked: isChosen
     Accessible.checked: isChosen
     Accessible.description: isVideo ? Texts.text("zenvor_video_a11y", "Video") : ""
     Accessible.onToggleAction: press()
