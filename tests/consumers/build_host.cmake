@@ -10,10 +10,11 @@ if(MODE STREQUAL "installed")
     list(APPEND configuration -D CMAKE_PREFIX_PATH=${WORK}/prefix)
 else()
     list(APPEND configuration -D ZENVOR_SOURCE_DIR=${SOURCE}
-        -D ZENVOR_HTTP=qt -D ZENVOR_WITH_SENSORS=OFF -D ZENVOR_WITH_MULTIMEDIA=OFF) # the least there is
+        -D ZENVOR_HTTP=qt -D ZENVOR_WITH_SENSORS=OFF -D ZENVOR_WITH_MULTIMEDIA=OFF # the least there is
+        -D ZENVOR_PRECOMPILE_HEADERS=all)
 endif()
 execute_process(COMMAND ${CMAKE_COMMAND} ${configuration} COMMAND_ERROR_IS_FATAL ANY)
-execute_process(COMMAND ${CMAKE_COMMAND} --build ${WORK}/build COMMAND_ERROR_IS_FATAL ANY)
+execute_process(COMMAND nice ${CMAKE_COMMAND} --build ${WORK}/build COMMAND_ERROR_IS_FATAL ANY)
 foreach(host host qml_host widgets_host)
     execute_process(COMMAND ${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen ${WORK}/build/${host}
         COMMAND_ERROR_IS_FATAL ANY)
