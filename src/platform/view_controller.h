@@ -16,6 +16,7 @@ class ViewController;
 enum class ModalPresentationStyle {
     OverFullScreen, ///< over all of the host's window, which shows through
     PageSheet, ///< slides up from below, and leaves a strip of the host's window
+    FullScreen, ///< covers all of the host's window
     Alert, ///< a small card over whatever is there
 };
 
