@@ -3,7 +3,6 @@
 #include <QPainter>
 
 #include <algorithm>
-#include <cstring>
 #include <utility>
 
 namespace zenvor {
@@ -17,7 +16,7 @@ constexpr int tileSide = 64;
 constexpr int mostElements = 64;
 constexpr qreal longestPiece = 128; // pixels
 
-constexpr qsizetype mostBefore = 32 * 1024 * 1024; // some thousand strokes
+constexpr qsizetype mostBefore = 4 * 1024 * 1024; // runs, of eight bytes: thousands of strokes
 constexpr qreal markerOpacity = 0.4;
 
 QImage emptyImage(QSize size)
@@ -32,13 +31,6 @@ void copyPixels(QImage &target, const QRect &part, const QImage &source, QPoint 
     QPainter painter(&target);
     painter.setCompositionMode(QPainter::CompositionMode_Source);
     painter.drawImage(part.topLeft(), source, QRect(corner, part.size()));
-}
-
-void clear(QImage &target, const QRect &part)
-{
-    QPainter painter(&target);
-    painter.setCompositionMode(QPainter::CompositionMode_Source);
-    painter.fillRect(part, Qt::transparent);
 }
 
 qreal opacity(DrawingTool tool)
@@ -87,7 +79,7 @@ std::optional<QRect> StrokeLayer::takeBack()
     const auto before = std::move(m_before.back());
     m_before.pop_back();
     for (const auto &tile : before)
-        m_beforeSize -= tile.pixels.size();
+        m_beforeSize -= qsizetype(tile.runs.size());
     --m_count;
     return restore(before);
 }
@@ -134,8 +126,10 @@ QRect StrokeLayer::cancel()
 QRect StrokeLayer::closeRunning()
 {
     QRect changed;
+    QPainter painter(&m_runningImage);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
     for (const int tile : m_running->tiles) {
-        clear(m_runningImage, tileRect(tile));
+        painter.fillRect(tileRect(tile), Qt::transparent);
         changed |= tileRect(tile);
     }
     m_running.reset();
@@ -223,14 +217,25 @@ void StrokeLayer::touch(const QRect &part)
     }
 }
 
+// As runs of equal pixels: drawings have large even parts, and no general packer is as quick.
 StrokeLayer::Tile StrokeLayer::snapshot(int tile) const
 {
-    const auto pixels = m_image.copy(tileRect(tile));
-    const auto *const bytes = pixels.constBits();
-    const auto size = pixels.sizeInBytes();
-    const bool isEmpty = std::all_of(bytes, bytes + size, [](uchar byte) { return byte == 0; });
-    constexpr int fastest = 1;
-    return {tile, isEmpty ? QByteArray() : qCompress(bytes, size, fastest)};
+    const auto part = tileRect(tile);
+    Tile result{tile, {}};
+    auto &runs = result.runs;
+    for (int y = part.top(); y <= part.bottom(); ++y) {
+        const auto *const line = reinterpret_cast<const QRgb *>(m_image.constScanLine(y));
+        for (int x = part.left(), end = x; x <= part.right(); x = end) {
+            while (end <= part.right() && line[end] == line[x])
+                ++end;
+            if (!runs.empty() && runs.back().pixel == line[x])
+                runs.back().length += end - x;
+            else
+                runs.push_back({end - x, line[x]});
+        }
+    }
+    runs.shrink_to_fit();
+    return result;
 }
 
 QRect StrokeLayer::restore(const Before &before)
@@ -239,14 +244,16 @@ QRect StrokeLayer::restore(const Before &before)
     for (const auto &tile : before) {
         const auto part = tileRect(tile.index);
         changed |= part;
-        if (tile.pixels.isEmpty()) {
-            clear(m_image, part);
-            continue;
+        auto run = tile.runs.begin();
+        int left = run->length;
+        for (int y = part.top(); y <= part.bottom(); ++y) {
+            auto *const line = reinterpret_cast<QRgb *>(m_image.scanLine(y));
+            for (int x = part.left(); x <= part.right(); ++x, --left) {
+                if (left == 0)
+                    left = (++run)->length;
+                line[x] = run->pixel;
+            }
         }
-        QImage pixels(part.size(), m_image.format());
-        const auto bytes = qUncompress(tile.pixels);
-        std::memcpy(pixels.bits(), bytes.constData(), size_t(bytes.size()));
-        copyPixels(m_image, part, pixels, {});
     }
     return changed;
 }
@@ -254,11 +261,11 @@ QRect StrokeLayer::restore(const Before &before)
 void StrokeLayer::keep(Before before)
 {
     for (const auto &tile : before)
-        m_beforeSize += tile.pixels.size();
+        m_beforeSize += qsizetype(tile.runs.size());
     m_before.push_back(std::move(before));
     while (m_beforeSize > mostBefore) {
         for (const auto &tile : m_before.front())
-            m_beforeSize -= tile.pixels.size();
+            m_beforeSize -= qsizetype(tile.runs.size());
         m_before.pop_front();
     }
 }

@@ -9,6 +9,7 @@
 #include <deque>
 #include <optional>
 #include <set>
+#include <vector>
 
 class QPainter;
 
@@ -52,11 +53,17 @@ public:
     void paint(QPainter *painter, const QRect &part) const;
 
 private:
+    struct Run
+    {
+        int length;
+        QRgb pixel;
+    };
+
     /// A square of the image as it was before a stroke.
     struct Tile
     {
         int index;
-        QByteArray pixels; // compressed; empty if there was nothing
+        std::vector<Run> runs;
     };
     using Before = std::vector<Tile>;
 
@@ -96,7 +103,7 @@ private:
     qsizetype m_count = 0;
     std::optional<Running> m_running;
     std::deque<Before> m_before; // of the last strokes
-    qsizetype m_beforeSize = 0; // bytes
+    qsizetype m_beforeSize = 0; // runs
 };
 
 } // namespace zenvor

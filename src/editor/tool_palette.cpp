@@ -21,6 +21,7 @@ constexpr std::array<qreal, ToolPalette::widthCount> penWidths{2, 5, 10};
 
 } // namespace
 
+// Also told of what stays: a button that was pressed asks anew whether it is the chosen one.
 void ToolPalette::setTool(Tool tool)
 {
     m_tool = tool;

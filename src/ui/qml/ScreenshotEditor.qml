@@ -82,7 +82,7 @@ Screen {
             EditorButton {
                 id: clear
                 objectName: "clearButton"
-                anchors.centerIn: parent
+                anchors { centerIn: parent; alignWhenCentered: false }
                 width: Math.min(implicitWidth, parent.width / 3)
                 text: Texts.text("zenvor_clear", "Clear")
                 color: EditorTheme.secondaryText

@@ -85,7 +85,7 @@ FocusScope {
             Repeater {
                 model: [Texts.text("zenvor_thin_line_a11y", "Thin line"), Texts.text("zenvor_medium_line_a11y", "Medium line"), Texts.text("zenvor_thick_line_a11y", "Thick line")]
 
-                PaletteButton {
+                PaletteChoice {
                     id: widthChoice
 
                     required property int index
@@ -93,9 +93,9 @@ FocusScope {
 
                     objectName: "widthChoice"
                     text: modelData
-                    isChosen: root.tools.widthIndex === index
+                    checked: root.tools.widthIndex === index
                     onClicked: root.tools.widthIndex = index
-                    background: ChosenMark { isShown: widthChoice.isChosen }
+                    isMarked: checked
 
                     Rectangle {
                         anchors.centerIn: parent
@@ -107,17 +107,15 @@ FocusScope {
                 }
             }
 
-            PaletteButton {
+            HistoryButton {
                 objectName: "undoButton"
-                isChoice: false
                 enabled: root.controller.drawing.canUndo
                 symbol: Texts.isRightToLeft() ? "arrow.uturn.forward" : "arrow.uturn.backward"
                 text: Texts.text("zenvor_undo_a11y", "Undo")
                 onClicked: root.controller.undoTapped()
             }
-            PaletteButton {
+            HistoryButton {
                 objectName: "redoButton"
-                isChoice: false
                 enabled: root.controller.drawing.canRedo
                 symbol: Texts.isRightToLeft() ? "arrow.uturn.backward" : "arrow.uturn.forward"
                 text: Texts.text("zenvor_redo_a11y", "Redo")
@@ -127,7 +125,7 @@ FocusScope {
             Repeater {
                 model: root.tools.colorNames
 
-                PaletteButton {
+                PaletteChoice {
                     id: swatch
 
                     required property int index
@@ -135,7 +133,7 @@ FocusScope {
 
                     objectName: "colorSwatch"
                     text: modelData
-                    isChosen: root.tools.colorIndex === index
+                    checked: root.tools.colorIndex === index
                     onClicked: root.tools.colorIndex = index
 
                     Rectangle {
@@ -143,7 +141,7 @@ FocusScope {
                         width: EditorTheme.ringSize
                         height: width
                         radius: width / 2
-                        visible: swatch.isChosen
+                        visible: swatch.checked
                         color: "transparent"
                         border { width: EditorTheme.ringWidth; color: EditorTheme.primaryText }
                     }
@@ -160,26 +158,41 @@ FocusScope {
         }
     }
 
-    component ChosenMark: Item {
-        id: mark
+    component ToolSymbol: SymbolItem {
+        anchors.centerIn: parent
+        width: EditorTheme.symbolSize
+        height: EditorTheme.symbolSize
+        color: EditorTheme.primaryText
+    }
 
-        property bool isShown: false
+    component HistoryButton: Tappable {
+        id: historyButton
 
-        Rectangle {
-            anchors { fill: parent; margins: EditorTheme.toolInset }
-            radius: EditorTheme.toolRadius - EditorTheme.toolInset
-            visible: mark.isShown
-            color: EditorTheme.chosen
+        required property string symbol
+
+        implicitWidth: EditorTheme.toolSize
+        implicitHeight: EditorTheme.toolSize
+        focusRadius: EditorTheme.toolRadius
+
+        ToolSymbol {
+            name: historyButton.symbol
+            opacity: historyButton.enabled ? (historyButton.down ? EditorTheme.pressedOpacity : 1) : EditorTheme.disabledOpacity
         }
     }
 
-    component ToolButton: PaletteButton {
+    component ToolButton: PaletteChoice {
         id: toolButton
 
         required property int tool
+        required property string symbol
 
-        isChosen: root.tools.tool === tool
+        checked: root.tools.tool === tool
         onClicked: root.tools.tool = tool
-        background: ChosenMark { isShown: toolButton.isChosen }
+        isMarked: checked
+
+        ToolSymbol {
+            name: toolButton.symbol
+            opacity: toolButton.down ? EditorTheme.pressedOpacity : 1
+        }
     }
 }
