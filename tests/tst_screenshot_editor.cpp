@@ -181,8 +181,8 @@ void TestScreenshotEditor::tabletStroke(const QList<QPoint> &points)
     const auto send = [this](QEvent::Type type, QPoint at, Qt::MouseButtons buttons) {
         QTabletEvent event(type, &stylus, at, m_host->window()->mapToGlobal(at), 1, 0, 0, 0, 0, 0, {},
                            type == QEvent::TabletMove ? Qt::NoButton : Qt::LeftButton, buttons);
-        QGuiApplication::sendEvent(m_host->window(), &event);
-        qDebug() << type << at << event.isAccepted();
+        event.setAccepted(false);
+        QCoreApplication::sendEvent(m_host->window(), &event);
         if (event.isAccepted())
             return;
         // As Qt does for what nobody takes.

@@ -66,6 +66,21 @@ void CanvasItem::paint(QPainter *painter)
     m_drawing->paint(painter, painter->hasClipping() ? part & all : all);
 }
 
+// Items are not told of a stylus, only handlers are, such as the host's. What no window takes Qt sends once more
+// as a mouse.
+bool CanvasItem::eventFilter(QObject *watched, QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::TabletPress:
+    case QEvent::TabletMove:
+    case QEvent::TabletRelease:
+        event->ignore();
+        return true;
+    default:
+        return QQuickPaintedItem::eventFilter(watched, event);
+    }
+}
+
 void CanvasItem::geometryChange(const QRectF &newGeometry, const QRectF &oldGeometry)
 {
     QQuickPaintedItem::geometryChange(newGeometry, oldGeometry);
@@ -75,6 +90,13 @@ void CanvasItem::geometryChange(const QRectF &newGeometry, const QRectF &oldGeom
 void CanvasItem::itemChange(ItemChange change, const ItemChangeData &data)
 {
     QQuickPaintedItem::itemChange(change, data);
+    if (change == ItemSceneChange) {
+        if (m_window)
+            m_window->removeEventFilter(this);
+        m_window = data.window;
+        if (m_window)
+            m_window->installEventFilter(this);
+    }
     if (change == ItemSceneChange || change == ItemDevicePixelRatioHasChanged)
         updateArea();
 }

@@ -35,6 +35,7 @@ Q_SIGNALS:
     void toolsChanged();
 
 protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
     void geometryChange(const QRectF &newGeometry, const QRectF &oldGeometry) override;
     void itemChange(ItemChange change, const ItemChangeData &data) override;
     void mousePressEvent(QMouseEvent *event) override;
@@ -51,6 +52,7 @@ private:
     void moveTo(int pointer, QPointF position);
     void end(int pointer);
 
+    QPointer<QQuickWindow> m_window;
     QPointer<Drawing> m_drawing;
     QPointer<ToolPalette> m_tools;
     std::optional<int> m_pointer; // that draws
