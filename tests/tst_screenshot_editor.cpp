@@ -57,9 +57,8 @@ void drawSample(Drawing &drawing)
             drawing.extend(place(i / 40.0));
         drawing.end();
     };
-    line(DrawingTool::Pen, Qt::red, 5, [](double at) {
-        return QPointF(20 + 160 * at, 80 + 40 * std::sin(7 * at));
-    });
+    line(DrawingTool::Pen, Qt::red, 5,
+         [](double at) { return QPointF(20 + 160 * at, 80 + 40 * std::sin(7 * at)); });
     line(DrawingTool::Marker, Qt::yellow, 25, [](double at) { // crosses itself
         return QPointF(100 + 60 * std::cos(9 * at), 190 + 60 * std::sin(6 * at));
     });
@@ -140,7 +139,9 @@ std::shared_ptr<ScreenshotEditorViewController> TestScreenshotEditor::open(const
     auto editor = std::make_shared<ScreenshotEditorViewController>(
         image, [this](const QImage &saved) { m_saved.append(saved); });
     editor->present(QuickPresenter::shared(), ModalPresentationStyle::FullScreen, false, m_host->window());
-    const auto hasSize = [&] { return m_host->window()->contentItem()->size() == QSizeF(window); };
+    const auto hasSize = [&] {
+        return m_host->window()->contentItem()->size() == QSizeF(window);
+    };
     if (!QTest::qWaitFor(hasSize))
         qFatal("the window does not get its size");
     m_host->window()->grabWindow(); // lays everything out
@@ -176,8 +177,8 @@ void TestScreenshotEditor::touchStroke(const QList<QPoint> &points)
 void TestScreenshotEditor::tabletStroke(const QList<QPoint> &points)
 {
     static const QPointingDevice stylus(u"stylus"_s, 7, QInputDevice::DeviceType::Stylus,
-                                        QPointingDevice::PointerType::Pen,
-                                        QInputDevice::Capability::Position, 1, 1);
+                                        QPointingDevice::PointerType::Pen, QInputDevice::Capability::Position,
+                                        1, 1);
     const auto send = [this](QEvent::Type type, QPoint at, Qt::MouseButtons buttons) {
         QTabletEvent event(type, &stylus, at, m_host->window()->mapToGlobal(at), 1, 0, 0, 0, 0, 0, {},
                            type == QEvent::TabletMove ? Qt::NoButton : Qt::LeftButton, buttons);
@@ -234,7 +235,9 @@ void TestScreenshotEditor::laysItselfOutToTheLetter()
     QCOMPARE(rect("saveButton").right(), width - 16);
     for (const auto *button : {"cancelEditButton", "saveButton"})
         QCOMPARE(rect(button).center().y(), bar.center().y());
-    const auto font = [this](const char *button) { return find(button)->property("textFont").value<QFont>(); };
+    const auto font = [this](const char *button) {
+        return find(button)->property("textFont").value<QFont>();
+    };
     QCOMPARE(font("clearButton").pixelSize(), 16);
     QCOMPARE(font("clearButton").weight(), QFont::Medium);
     QCOMPARE(font("saveButton").weight(), QFont::DemiBold);
@@ -259,9 +262,8 @@ void TestScreenshotEditor::laysItselfOutToTheLetter()
         for (const auto *style : {"light", "dark"}) {
             m_host->window()->setProperty("zenvorInterfaceStyle", QString::fromLatin1(style));
             QTest::qWait(50);
-            m_host->window()->grabWindow().save(
-                u"%1/editor %2 %3.png"_s.arg(folder, QString::fromLatin1(QTest::currentDataTag()),
-                                             QString::fromLatin1(style)));
+            m_host->window()->grabWindow().save(u"%1/editor %2 %3.png"_s.arg(
+                folder, QString::fromLatin1(QTest::currentDataTag()), QString::fromLatin1(style)));
         }
     }
 }
@@ -269,7 +271,9 @@ void TestScreenshotEditor::laysItselfOutToTheLetter()
 void TestScreenshotEditor::hasTheColorsOfTheAppearance()
 {
     const auto editor = open(picture({400, 100}));
-    const auto color = [this](const char *item) { return find(item)->property("color").value<QColor>(); };
+    const auto color = [this](const char *item) {
+        return find(item)->property("color").value<QColor>();
+    };
     const QPointF beside = rect("imageView").topLeft() + QPointF(5, 5);
     QCOMPARE(pixel(beside), 0xffffffff);
     QCOMPARE(color("topBar"), QColor::fromRgbF(1, 1, 1, 0.76F));
@@ -310,8 +314,10 @@ void TestScreenshotEditor::drawsWhereAPointerGoes()
         touchStroke(line);
     else
         tabletStroke(line);
-    for (const auto &on : {QPointF(120, 300), QPointF(180, 300), QPointF(210, 300), QPointF(240, 380), QPointF(240, 399)})
-        QVERIFY2(areAlike(pixel(on), expected), qPrintable(u"%1 at %2,%3"_s.arg(QString::number(pixel(on), 16)).arg(on.x()).arg(on.y())));
+    for (const auto &on :
+         {QPointF(120, 300), QPointF(180, 300), QPointF(210, 300), QPointF(240, 380), QPointF(240, 399)})
+        QVERIFY2(areAlike(pixel(on), expected),
+                 qPrintable(u"%1 at %2,%3"_s.arg(QString::number(pixel(on), 16)).arg(on.x()).arg(on.y())));
     for (const auto &off : {QPointF(105, 300), QPointF(180, 320), QPointF(240, 415)})
         QCOMPARE(pixel(off), grey);
     choose("undoButton"); // it was one stroke
@@ -333,7 +339,8 @@ void TestScreenshotEditor::marksEvenlyWhereAStrokeCrossesItself()
         }
     };
     QTest::mousePress(m_host->window(), Qt::LeftButton, {}, {100, 300});
-    for (const auto &point : {QPoint(200, 300), QPoint(300, 300), QPoint(250, 350), QPoint(200, 250), QPoint(150, 300), QPoint(100, 300)}) {
+    for (const auto &point : {QPoint(200, 300), QPoint(300, 300), QPoint(250, 350), QPoint(200, 250),
+                              QPoint(150, 300), QPoint(100, 300)}) {
         QTest::mouseMove(m_host->window(), point);
     }
     check("while it is drawn");
@@ -693,7 +700,7 @@ void TestScreenshotEditor::isReachedByTheKeyboard()
             m_host->press(Qt::Key_Return);
     }
     QStringList expected{u"cancelEditButton"_s, u"clearButton"_s, u"saveButton"_s, u"toolPickerToggle"_s,
-                         u"penTool"_s, u"markerTool"_s, u"eraserTool"_s};
+                         u"penTool"_s,          u"markerTool"_s,  u"eraserTool"_s};
     expected += QStringList(3, u"widthChoice"_s) + QStringList{u"undoButton"_s};
     expected += QStringList(8, u"colorSwatch"_s);
     QCOMPARE(order, expected); // there is nothing to redo

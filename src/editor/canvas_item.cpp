@@ -2,18 +2,43 @@
 
 #include <QPainter>
 #include <QQuickWindow>
+#include <QSGImageNode>
+
+#include <algorithm>
+#include <vector>
 
 namespace zenvor {
 
 namespace {
 
 constexpr int mouse = -1; // fingers have numbers from 0
+constexpr int tileSide = 256; // pixels
 
+// Of a kind whose place the software renderer knows when a tile is added later.
+class TilesNode final : public QSGTransformNode
+{
+public:
+    explicit TilesNode(const DrawingArea &shownArea) : area(shownArea) {}
+
+    const DrawingArea area;
+    std::vector<QSGImageNode *> tiles; // by row; null where nothing is drawn; the scene graph's
+};
+
+bool isEmpty(const QImage &image)
+{
+    for (int y = 0; y < image.height(); ++y) {
+        const auto *const line = reinterpret_cast<const QRgb *>(image.constScanLine(y));
+        if (std::any_of(line, line + image.width(), [](QRgb pixel) { return pixel != 0; }))
+            return false;
+    }
+    return true;
 }
 
-CanvasItem::CanvasItem(QQuickItem *parent)
-    : QQuickPaintedItem(parent)
+} // namespace
+
+CanvasItem::CanvasItem(QQuickItem *parent) : QQuickItem(parent)
 {
+    setFlag(ItemHasContents);
     setAcceptedMouseButtons(Qt::LeftButton);
     setAcceptTouchEvents(true);
     setCursor(Qt::CrossCursor);
@@ -30,7 +55,8 @@ void CanvasItem::setDrawing(Drawing *drawing)
     if (drawing)
         connect(drawing, &Drawing::updated, this, &CanvasItem::updatePart);
     updateArea();
-    update();
+    if (drawing)
+        updatePart({{}, drawing->area().pixels()});
     Q_EMIT drawingChanged();
 }
 
@@ -40,7 +66,7 @@ void CanvasItem::setTools(ToolPalette *tools)
     Q_EMIT toolsChanged();
 }
 
-// As large as the surface that Qt Quick gives the item, so that pixels are copied as they are.
+// As large as PictureItem draws on, whose size is in whole points.
 void CanvasItem::updateArea()
 {
     if (m_drawing && window())
@@ -49,25 +75,63 @@ void CanvasItem::updateArea()
 
 void CanvasItem::updatePart(const QRect &pixels)
 {
-    if (pixels.isEmpty())
-        return;
-    const auto density = m_drawing->area().density;
-    const QRectF points(QPointF(pixels.topLeft()) / density, QSizeF(pixels.size()) / density);
-    update(points.toAlignedRect());
+    m_changed += pixels;
+    update();
 }
 
-void CanvasItem::paint(QPainter *painter)
+QImage CanvasItem::tile(const QRect &part) const
 {
-    if (!m_drawing)
-        return;
-    const auto part = painter->transform().mapRect(painter->clipBoundingRect()).toAlignedRect();
-    const QRect all({}, m_drawing->area().pixels());
-    painter->resetTransform();
-    m_drawing->paint(painter, painter->hasClipping() ? part & all : all);
+    QImage image(part.size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.translate(-part.topLeft());
+    m_drawing->paint(&painter, part);
+    return image;
 }
 
-// Items are not told of a stylus, only handlers are, such as the host's. What no window takes Qt sends once more
-// as a mouse.
+QSGNode *CanvasItem::updatePaintNode(QSGNode *old, UpdatePaintNodeData *)
+{
+    auto *node = static_cast<TilesNode *>(old);
+    if (!m_drawing) {
+        delete node;
+        return nullptr;
+    }
+    const auto &area = m_drawing->area();
+    const QRect all({}, area.pixels());
+    if (!node || node->area != area) {
+        delete node;
+        node = new TilesNode(area);
+        m_changed = all;
+    }
+    const int columns = (all.width() + tileSide - 1) / tileSide;
+    const int rows = (all.height() + tileSide - 1) / tileSide;
+    node->tiles.resize(size_t(columns * rows));
+    for (int i = 0; i < columns * rows; ++i) {
+        const auto part = QRect(i % columns * tileSide, i / columns * tileSide, tileSide, tileSide) & all;
+        if (!m_changed.intersects(part))
+            continue;
+        auto *&shown = node->tiles.at(size_t(i));
+        const auto image = tile(part);
+        if (!shown && isEmpty(image))
+            continue;
+        if (!shown) {
+            shown = window()->createImageNode();
+            shown->setOwnsTexture(true);
+            shown->setFiltering(QSGTexture::Nearest); // pixels stay as they are
+            shown->setRect(
+                QRectF(QPointF(part.topLeft()) / area.density, QSizeF(part.size()) / area.density));
+        }
+        shown->setTexture(window()->createTextureFromImage(image, QQuickWindow::TextureHasAlphaChannel));
+        shown->setSourceRect({{}, part.size()});
+        if (!shown->parent())
+            node->appendChildNode(shown);
+    }
+    m_changed = {};
+    return node;
+}
+
+// Items are not told of a stylus, only handlers are, such as the host's. What no window takes Qt sends once
+// more as a mouse.
 bool CanvasItem::eventFilter(QObject *watched, QEvent *event)
 {
     switch (event->type()) {
@@ -77,19 +141,19 @@ bool CanvasItem::eventFilter(QObject *watched, QEvent *event)
         event->ignore();
         return true;
     default:
-        return QQuickPaintedItem::eventFilter(watched, event);
+        return QQuickItem::eventFilter(watched, event);
     }
 }
 
 void CanvasItem::geometryChange(const QRectF &newGeometry, const QRectF &oldGeometry)
 {
-    QQuickPaintedItem::geometryChange(newGeometry, oldGeometry);
+    QQuickItem::geometryChange(newGeometry, oldGeometry);
     updateArea();
 }
 
 void CanvasItem::itemChange(ItemChange change, const ItemChangeData &data)
 {
-    QQuickPaintedItem::itemChange(change, data);
+    QQuickItem::itemChange(change, data);
     if (change == ItemSceneChange) {
         if (m_window)
             m_window->removeEventFilter(this);

@@ -14,8 +14,7 @@ constexpr qsizetype remembered = 100;
 
 } // namespace
 
-Drawing::Drawing(QSize picture)
-    : m_layer(std::make_unique<StrokeLayer>(DrawingArea{{}, 1, picture}))
+Drawing::Drawing(QSize picture) : m_layer(std::make_unique<StrokeLayer>(DrawingArea{{}, 1, picture}))
 {
     m_drawOn.setInterval(0);
     connect(&m_drawOn, &QTimer::timeout, this, [this] { drawOn(slice); });

@@ -32,7 +32,8 @@ public:
     bool canUndo() const { return !m_strokes.isEmpty(); }
     bool canRedo() const { return !m_undone.isEmpty(); }
 
-    /// One stroke at a time: to begin one ends the one before. \a width and \a position in points of the area.
+    /// One stroke at a time: to begin one ends the one before. \a width and \a position in points of the
+    /// area.
     void begin(DrawingTool tool, const QColor &color, qreal width, QPointF position);
     /// Nothing if no stroke is under way; so for the others.
     void extend(QPointF position);

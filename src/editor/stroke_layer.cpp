@@ -11,8 +11,8 @@ namespace {
 
 constexpr int tileSide = 64;
 
-// A curve is drawn in pieces as a whole: where pieces meet, smooth edges lie over each other, which would make
-// the edges of a stroke rough if each of its points began a piece.
+// A curve is drawn in pieces as a whole: where pieces meet, smooth edges lie over each other, which would
+// make the edges of a stroke rough if each of its points began a piece.
 constexpr int mostElements = 64;
 constexpr qreal longestPiece = 128; // pixels
 

@@ -45,9 +45,8 @@ void drawPicture(QPainter *painter, const QImage &image, const QRectF &part, con
         return;
     }
     // A painter that makes it much smaller would leave out lines.
-    const auto smaller =
-        image.copy(part.toAlignedRect())
-            .scaled(pixels.toSize(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    const auto smaller = image.copy(part.toAlignedRect())
+                             .scaled(pixels.toSize(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     painter->drawImage(target, smaller);
 }
 

@@ -165,8 +165,10 @@ QPainterPath eraser()
     auto block = polyline({{13.6, 3.4}, {21, 10.8}, {11.4, 20.4}, {7.4, 20.4}, {3, 16}, {3, 14}});
     block.closeSubpath();
     const auto cut = stroked(polyline({{6.6, 8.6}, {16.2, 18.2}}), 1.4);
-    return stroked(block, 1.2).united(block).subtracted(cut).united(
-        stroked(polyline({{13.4, 21}, {21, 21}}), 1.4));
+    return stroked(block, 1.2)
+        .united(block)
+        .subtracted(cut)
+        .united(stroked(polyline({{13.4, 21}, {21, 21}}), 1.4));
 }
 
 QPainterPath arrowBack()
