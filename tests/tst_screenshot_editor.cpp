@@ -470,7 +470,7 @@ void TestScreenshotEditor::restoresEveryPixel()
 // What takes long is done in between, and never loses or repeats a stroke.
 void TestScreenshotEditor::isReadyAfterAnyNumberOfStrokes()
 {
-    constexpr int count = 600;
+    constexpr int count = 300;
     const auto line = [](Drawing &drawing, int i) {
         drawing.begin(DrawingTool::Marker, QColor::fromHsv(i % 360, 255, 255), 10, QPointF(i * 13 % 1000, 0));
         for (int at = 1; at < 6; ++at)
@@ -490,10 +490,11 @@ void TestScreenshotEditor::isReadyAfterAnyNumberOfStrokes()
     timer.start();
     drawing.undo();
     drawing.begin(DrawingTool::Pen, Qt::red, 20, {500, 500});
-    QVERIFY2(timer.elapsed() < 500, qPrintable(QString::number(timer.elapsed())));
     drawing.extend({600, 500});
     drawing.end();
+    const auto untilDrawn = timer.restart();
     const auto result = drawing.finished();
+    QVERIFY2(untilDrawn < timer.elapsed() / 2, qPrintable(u"%1 ms"_s.arg(untilDrawn)));
     QCOMPARE(result.pixelColor(550, 500), QColor(Qt::red));
 
     Drawing plain({1000, 1000});
@@ -587,14 +588,15 @@ void TestScreenshotEditor::savesWhatIsShown()
     QCOMPARE(at(drawnBeside), red);
     QCOMPARE(qAlpha(at(area.topLeft() + QPointF(area.width() * beside.x(), area.height() * beside.y()))), 0);
     QVERIFY(areAlike(at(area.center()), 0xff00ff00, 8));
-    // All of it, at the place where it was seen.
-    const int bottom = int(rect("toolPicker").isValid() ? 0 : area.height() - 150);
-    for (int y = 0; y < bottom; y += 7) {
+    // All of it is where it was seen, above the tools and but for smooth edges.
+    for (int y = 0; y < int(area.height()) - 150; y += 7) {
         for (int x = 0; x < int(area.width()); x += 7) {
             const auto position = area.topLeft() + QPointF(x, y);
-            const auto seen = shown.pixel((position * density).toPoint());
             const auto kept = at(position);
-            QVERIFY(areAlike(seen, qAlpha(kept) == 0 ? 0xffffffff : kept, 8) || qAlpha(kept) % 255 != 0);
+            if (qAlpha(kept) == 0 || qAlpha(kept) == 255) {
+                const auto expected = qAlpha(kept) == 0 ? 0xffffffff : kept;
+                QVERIFY(areAlike(shown.pixel((position * density).toPoint()), expected, 8));
+            }
         }
     }
 }

@@ -1,5 +1,4 @@
 import QtQuick
-import Zenvor.Resources
 import Zenvor.Screens
 
 // A button of the top bar: a text and nothing else.
