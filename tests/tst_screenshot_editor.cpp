@@ -48,6 +48,12 @@ bool areAlike(QRgb one, QRgb other, int tolerance = 3)
         && near(qAlpha(one), qAlpha(other));
 }
 
+QPointingDevice *touchscreen()
+{
+    static auto *const device = QTest::createTouchDevice(); // Qt keeps it listed to the end
+    return device;
+}
+
 // A fixed drawing of all tools, on an area of 200 by 300 points.
 void drawSample(Drawing &drawing)
 {
@@ -74,7 +80,6 @@ class TestScreenshotEditor : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { m_touchscreen = QTest::createTouchDevice(); }
     void init();
     void cleanup();
     void laysItselfOutToTheLetter_data();
@@ -105,7 +110,7 @@ private Q_SLOTS:
 private:
     std::shared_ptr<ScreenshotEditorViewController> open(const QImage &image, QSize window = {390, 844});
     void mouseStroke(const QList<QPoint> &points);
-    QTest::QTouchEventSequence touch() { return QTest::touchEvent(m_host->window(), m_touchscreen); }
+    QTest::QTouchEventSequence touch() { return QTest::touchEvent(m_host->window(), touchscreen()); }
     void awaitFrame();
     void touchStroke(const QList<QPoint> &points);
     void tabletStroke(const QList<QPoint> &points);
@@ -115,7 +120,6 @@ private:
     void choose(const char *name) { m_host->tap(QLatin1StringView(name)); }
 
     std::unique_ptr<QuickHost> m_host;
-    QPointingDevice *m_touchscreen = nullptr; // Qt keeps it
     QList<QImage> m_saved;
 };
 
@@ -390,7 +394,7 @@ void TestScreenshotEditor::forgetsAStrokeThatTheSystemTakesBack()
         touch().press(0, {100, 200}).commit();
         touch().move(0, {150, 200}).commit();
         touch().move(0, {250, 200}).commit();
-        QTouchEvent cancel(QEvent::TouchCancel, m_touchscreen);
+        QTouchEvent cancel(QEvent::TouchCancel, touchscreen());
         QCoreApplication::sendEvent(find("canvasView"), &cancel);
         QCOMPARE(pixel({220, 200}), grey);
         QCOMPARE(pixel({150, 200}), red);
