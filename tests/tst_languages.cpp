@@ -1,3 +1,4 @@
+#include "editor/screenshot_editor_view_controller.h"
 #include "resources/string_table.h"
 #include "support/quick_host.h"
 #include "ui/alert_view_controller.h"
@@ -139,6 +140,10 @@ std::shared_ptr<ViewController> TestLanguages::open(const QByteArray &screen)
             localizedString("zenvor_token_configuration_title"_ba, {}),
             localizedString("zenvor_token_configuration_message"_ba, {}), std::function<void()>());
         style = ModalPresentationStyle::Alert;
+    } else if (screen == "editor") {
+        controller = std::make_shared<ScreenshotEditorViewController>(QImage(100, 200, QImage::Format_RGB32),
+                                                                      [](const QImage &) {});
+        style = ModalPresentationStyle::FullScreen;
     } else {
         FormAttachments attachments;
         attachments.currentScreenshot = QImage(100, 200, QImage::Format_RGB32);
@@ -161,7 +166,7 @@ void TestLanguages::findsRoomForEveryText_data()
     QTest::addColumn<QByteArray>("screen");
     QTest::addColumn<QString>("language");
     QTest::addColumn<QSize>("size");
-    for (const auto *screen : {"dialog", "form", "alert"}) {
+    for (const auto *screen : {"dialog", "form", "alert", "editor"}) {
         for (const auto *language : {"en", "fr", "he"}) {
             for (const auto size : {QSize(390, 844), QSize(320, 568), QSize(844, 390)})
                 QTest::addRow("%s in %s, %d", screen, language, size.width())
@@ -177,9 +182,10 @@ void TestLanguages::findsRoomForEveryText()
     QFETCH(const QSize, size);
     openHost(language, size);
     const auto controller = open(screen);
-    const auto texts = shownTexts(m_host->find(screen == "dialog"     ? "categoryDialog"_L1
-                                                   : screen == "form" ? "feedbackSheet"_L1
-                                                                      : "alert"_L1));
+    const auto texts = shownTexts(m_host->find(screen == "dialog"       ? "categoryDialog"_L1
+                                                   : screen == "form"   ? "feedbackSheet"_L1
+                                                   : screen == "editor" ? "screenshotEditor"_L1
+                                                                        : "alert"_L1));
     QVERIFY(texts.size() >= 3);
     for (const auto *text : texts) {
         const auto words = text->property("text").toString();

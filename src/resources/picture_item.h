@@ -5,14 +5,15 @@
 
 namespace zenvor {
 
-/// A picture that fills the item, smoothly scaled, with rounded corners where there is a radius. Drawn alike
-/// by every renderer.
+/// A picture that fills the item, smoothly scaled, with rounded corners where there is a radius; or the whole
+/// of it in the middle of the item. Drawn alike by every renderer.
 class PictureItem : public QQuickPaintedItem
 {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QVariant image READ image WRITE setImage NOTIFY imageChanged)
     Q_PROPERTY(qreal radius READ radius WRITE setRadius NOTIFY radiusChanged)
+    Q_PROPERTY(bool isWhole READ isWhole WRITE setWhole NOTIFY wholeChanged)
 
 public:
     using QQuickPaintedItem::QQuickPaintedItem;
@@ -22,18 +23,20 @@ public:
     void setImage(const QVariant &image);
     qreal radius() const { return m_radius; }
     void setRadius(qreal radius);
+    bool isWhole() const { return m_isWhole; }
+    void setWhole(bool isWhole);
 
     void paint(QPainter *painter) override;
 
 Q_SIGNALS:
     void imageChanged();
     void radiusChanged();
+    void wholeChanged();
 
 private:
-    void drawEnlarged(QPainter *painter, const QRectF &part, const QSizeF &target);
-
     QImage m_image;
     qreal m_radius = 0;
+    bool m_isWhole = false;
 };
 
 } // namespace zenvor

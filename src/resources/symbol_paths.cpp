@@ -2,6 +2,7 @@
 
 #include <QLineF>
 #include <QPainterPathStroker>
+#include <QTransform>
 
 #include <initializer_list>
 
@@ -164,6 +165,56 @@ QPainterPath rays()
     return stroked(lines, 2);
 }
 
+// A nib that draws a line.
+QPainterPath pen()
+{
+    auto nib = polyline({{12, 2.2}, {16.6, 12.2}, {13.6, 18}, {10.4, 18}, {7.4, 12.2}});
+    nib.closeSubpath();
+    QPainterPath hole;
+    hole.addEllipse(QPointF(12, 12), 1.5, 1.5);
+    const auto slit = stroked(polyline({{12, 4.5}, {12, 11}}), 1);
+    QPainterPath collar;
+    collar.addRoundedRect(8.8, 19.4, 6.4, 2.6, 0.8, 0.8);
+    return nib.subtracted(hole).subtracted(slit).united(collar);
+}
+
+// A felt tip, cut at an angle, over what it marks.
+QPainterPath marker()
+{
+    auto shaft = polyline({{14.4, 1.8}, {21.2, 8.6}, {14.2, 15.6}, {7.4, 8.8}});
+    shaft.closeSubpath();
+    auto tip = polyline({{6.2, 10.4}, {12.6, 16.8}, {9.6, 18.4}, {3.4, 18.4}});
+    tip.closeSubpath();
+    return shaft.united(tip).united(stroked(polyline({{3, 21.4}, {21, 21.4}}), 2));
+}
+
+// A block, the lower part of which is worn.
+QPainterPath eraser()
+{
+    auto block = polyline({{13.6, 3.4}, {21, 10.8}, {11.4, 20.4}, {7.4, 20.4}, {3, 16}, {3, 14}});
+    block.closeSubpath();
+    const auto cut = stroked(polyline({{6.6, 8.6}, {16.2, 18.2}}), 1.4);
+    return stroked(block, 1.2)
+        .united(block)
+        .subtracted(cut)
+        .united(stroked(polyline({{13.4, 21}, {21, 21}}), 1.4));
+}
+
+QPainterPath arrowBack()
+{
+    QPainterPath line(QPointF(4.5, 9));
+    line.lineTo(14.5, 9);
+    line.cubicTo(22, 9, 22, 20, 14.5, 20);
+    line.lineTo(8, 20);
+    line.addPath(polyline({{9, 4}, {4, 9}, {9, 14}}));
+    return stroked(line, 2.4);
+}
+
+QPainterPath arrowForward()
+{
+    return QTransform::fromScale(-1, 1).map(arrowBack()).translated(symbolSize, 0);
+}
+
 } // namespace
 
 QPainterPath symbolPath(const QString &name)
@@ -196,6 +247,18 @@ QPainterPath symbolPath(const QString &name)
         return twoBars();
     if (name == "rays"_L1)
         return rays();
+    if (name == "pencil.tip"_L1)
+        return pen();
+    if (name == "highlighter"_L1)
+        return marker();
+    if (name == "eraser.fill"_L1)
+        return eraser();
+    if (name == "arrow.uturn.backward"_L1)
+        return arrowBack();
+    if (name == "arrow.uturn.forward"_L1)
+        return arrowForward();
+    if (name == "chevron.up"_L1)
+        return stroked(polyline({{3.5, 16.5}, {12, 8}, {20.5, 16.5}}), 3);
     return {};
 }
 

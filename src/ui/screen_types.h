@@ -1,5 +1,7 @@
 #pragma once
 
+#include "editor/canvas_item.h"
+#include "editor/screenshot_editor_view_controller.h"
 #include "media/media_picker_view_controller.h"
 #include "media/video_player_view_controller.h"
 #include "ui/alert_view_controller.h"
@@ -67,6 +69,37 @@ struct AlertViewControllerType
     QML_FOREIGN(zenvor::AlertViewController)
     QML_NAMED_ELEMENT(AlertViewController)
     QML_UNCREATABLE("made by the screens")
+};
+
+struct ScreenshotEditorViewControllerType
+{
+    Q_GADGET
+    QML_FOREIGN(zenvor::ScreenshotEditorViewController)
+    QML_NAMED_ELEMENT(ScreenshotEditorViewController)
+    QML_UNCREATABLE("made by the form")
+};
+
+struct DrawingType
+{
+    Q_GADGET
+    QML_FOREIGN(zenvor::Drawing)
+    QML_NAMED_ELEMENT(Drawing)
+    QML_UNCREATABLE("made by the editor")
+};
+
+struct ToolPaletteType
+{
+    Q_GADGET
+    QML_FOREIGN(zenvor::ToolPalette)
+    QML_NAMED_ELEMENT(ToolPalette)
+    QML_UNCREATABLE("made by the editor")
+};
+
+struct CanvasItemType
+{
+    Q_GADGET
+    QML_FOREIGN(zenvor::CanvasItem)
+    QML_NAMED_ELEMENT(CanvasItem)
 };
 
 } // namespace zenvor

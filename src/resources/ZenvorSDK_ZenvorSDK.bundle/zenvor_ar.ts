@@ -287,5 +287,85 @@
         <source>zenvor_position_a11y</source>
         <translation>الموضع</translation>
     </message>
+    <message>
+        <source>zenvor_drawing_a11y</source>
+        <translation>الرسم</translation>
+    </message>
+    <message>
+        <source>zenvor_tools_a11y</source>
+        <translation>أدوات الرسم</translation>
+    </message>
+    <message>
+        <source>zenvor_pen_a11y</source>
+        <translation>قلم</translation>
+    </message>
+    <message>
+        <source>zenvor_marker_a11y</source>
+        <translation>قلم تمييز</translation>
+    </message>
+    <message>
+        <source>zenvor_eraser_a11y</source>
+        <translation>ممحاة</translation>
+    </message>
+    <message>
+        <source>zenvor_undo_a11y</source>
+        <translation>تراجع</translation>
+    </message>
+    <message>
+        <source>zenvor_redo_a11y</source>
+        <translation>إعادة</translation>
+    </message>
+    <message>
+        <source>zenvor_thin_line_a11y</source>
+        <translation>خط رفيع</translation>
+    </message>
+    <message>
+        <source>zenvor_medium_line_a11y</source>
+        <translation>خط متوسط</translation>
+    </message>
+    <message>
+        <source>zenvor_thick_line_a11y</source>
+        <translation>خط سميك</translation>
+    </message>
+    <message>
+        <source>zenvor_hide_tools_a11y</source>
+        <translation>إخفاء الأدوات</translation>
+    </message>
+    <message>
+        <source>zenvor_show_tools_a11y</source>
+        <translation>إظهار الأدوات</translation>
+    </message>
+    <message>
+        <source>zenvor_black_a11y</source>
+        <translation>أسود</translation>
+    </message>
+    <message>
+        <source>zenvor_white_a11y</source>
+        <translation>أبيض</translation>
+    </message>
+    <message>
+        <source>zenvor_red_a11y</source>
+        <translation>أحمر</translation>
+    </message>
+    <message>
+        <source>zenvor_orange_a11y</source>
+        <translation>برتقالي</translation>
+    </message>
+    <message>
+        <source>zenvor_yellow_a11y</source>
+        <translation>أصفر</translation>
+    </message>
+    <message>
+        <source>zenvor_green_a11y</source>
+        <translation>أخضر</translation>
+    </message>
+    <message>
+        <source>zenvor_blue_a11y</source>
+        <translation>أزرق</translation>
+    </message>
+    <message>
+        <source>zenvor_purple_a11y</source>
+        <translation>أرجواني</translation>
+    </message>
 </context>
 </TS>

@@ -287,5 +287,85 @@
         <source>zenvor_position_a11y</source>
         <translation>Position</translation>
     </message>
+    <message>
+        <source>zenvor_drawing_a11y</source>
+        <translation>Zeichnung</translation>
+    </message>
+    <message>
+        <source>zenvor_tools_a11y</source>
+        <translation>Zeichenwerkzeuge</translation>
+    </message>
+    <message>
+        <source>zenvor_pen_a11y</source>
+        <translation>Stift</translation>
+    </message>
+    <message>
+        <source>zenvor_marker_a11y</source>
+        <translation>Textmarker</translation>
+    </message>
+    <message>
+        <source>zenvor_eraser_a11y</source>
+        <translation>Radierer</translation>
+    </message>
+    <message>
+        <source>zenvor_undo_a11y</source>
+        <translation>Widerrufen</translation>
+    </message>
+    <message>
+        <source>zenvor_redo_a11y</source>
+        <translation>Wiederholen</translation>
+    </message>
+    <message>
+        <source>zenvor_thin_line_a11y</source>
+        <translation>Dünne Linie</translation>
+    </message>
+    <message>
+        <source>zenvor_medium_line_a11y</source>
+        <translation>Mittlere Linie</translation>
+    </message>
+    <message>
+        <source>zenvor_thick_line_a11y</source>
+        <translation>Dicke Linie</translation>
+    </message>
+    <message>
+        <source>zenvor_hide_tools_a11y</source>
+        <translation>Werkzeuge ausblenden</translation>
+    </message>
+    <message>
+        <source>zenvor_show_tools_a11y</source>
+        <translation>Werkzeuge einblenden</translation>
+    </message>
+    <message>
+        <source>zenvor_black_a11y</source>
+        <translation>Schwarz</translation>
+    </message>
+    <message>
+        <source>zenvor_white_a11y</source>
+        <translation>Weiß</translation>
+    </message>
+    <message>
+        <source>zenvor_red_a11y</source>
+        <translation>Rot</translation>
+    </message>
+    <message>
+        <source>zenvor_orange_a11y</source>
+        <translation>Orange</translation>
+    </message>
+    <message>
+        <source>zenvor_yellow_a11y</source>
+        <translation>Gelb</translation>
+    </message>
+    <message>
+        <source>zenvor_green_a11y</source>
+        <translation>Grün</translation>
+    </message>
+    <message>
+        <source>zenvor_blue_a11y</source>
+        <translation>Blau</translation>
+    </message>
+    <message>
+        <source>zenvor_purple_a11y</source>
+        <translation>Lila</translation>
+    </message>
 </context>
 </TS>

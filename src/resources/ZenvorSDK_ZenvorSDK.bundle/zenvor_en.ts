@@ -296,5 +296,85 @@
         <source>zenvor_position_a11y</source>
         <translation>Position</translation>
     </message>
+    <message>
+        <source>zenvor_drawing_a11y</source>
+        <translation>Drawing</translation>
+    </message>
+    <message>
+        <source>zenvor_tools_a11y</source>
+        <translation>Drawing tools</translation>
+    </message>
+    <message>
+        <source>zenvor_pen_a11y</source>
+        <translation>Pen</translation>
+    </message>
+    <message>
+        <source>zenvor_marker_a11y</source>
+        <translation>Marker</translation>
+    </message>
+    <message>
+        <source>zenvor_eraser_a11y</source>
+        <translation>Eraser</translation>
+    </message>
+    <message>
+        <source>zenvor_undo_a11y</source>
+        <translation>Undo</translation>
+    </message>
+    <message>
+        <source>zenvor_redo_a11y</source>
+        <translation>Redo</translation>
+    </message>
+    <message>
+        <source>zenvor_thin_line_a11y</source>
+        <translation>Thin line</translation>
+    </message>
+    <message>
+        <source>zenvor_medium_line_a11y</source>
+        <translation>Medium line</translation>
+    </message>
+    <message>
+        <source>zenvor_thick_line_a11y</source>
+        <translation>Thick line</translation>
+    </message>
+    <message>
+        <source>zenvor_hide_tools_a11y</source>
+        <translation>Hide tools</translation>
+    </message>
+    <message>
+        <source>zenvor_show_tools_a11y</source>
+        <translation>Show tools</translation>
+    </message>
+    <message>
+        <source>zenvor_black_a11y</source>
+        <translation>Black</translation>
+    </message>
+    <message>
+        <source>zenvor_white_a11y</source>
+        <translation>White</translation>
+    </message>
+    <message>
+        <source>zenvor_red_a11y</source>
+        <translation>Red</translation>
+    </message>
+    <message>
+        <source>zenvor_orange_a11y</source>
+        <translation>Orange</translation>
+    </message>
+    <message>
+        <source>zenvor_yellow_a11y</source>
+        <translation>Yellow</translation>
+    </message>
+    <message>
+        <source>zenvor_green_a11y</source>
+        <translation>Green</translation>
+    </message>
+    <message>
+        <source>zenvor_blue_a11y</source>
+        <translation>Blue</translation>
+    </message>
+    <message>
+        <source>zenvor_purple_a11y</source>
+        <translation>Purple</translation>
+    </message>
 </context>
 </TS>
