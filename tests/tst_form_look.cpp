@@ -138,6 +138,7 @@ void TestFormLook::laysTheSectionsOutToTheLetter()
     QCOMPARE(rect("screenshotContainer"), picture);
     QCOMPARE(rect("screenshotImageView"), picture.adjusted(8, 8, -8, -8));
     QCOMPARE(rect("removeScreenshotButton"), QRectF(picture.right() - 30, picture.top() + 6, 24, 24));
+    QCOMPARE(rect("editOverlayButton"), QRectF(picture.right() - 30, picture.bottom() - 30, 24, 24));
     const auto helper = rect("screenshotHelperLabel");
     QCOMPARE(helper.top(), picture.bottom() + 12);
     const auto add = rect("addMediaButton");
@@ -347,7 +348,7 @@ void TestFormLook::scrollsUnderAFinger()
 void TestFormLook::showsTheCardThatHasTheKeyboard()
 {
     const auto form = openForm(FeedbackCategory::Bug, 4);
-    for (int i = 0; i < 10; ++i)
+    for (int i = 0; i < 15; ++i)
         m_host->press(Qt::Key_Tab);
     const auto *button = m_host->window()->activeFocusItem();
     QCOMPARE(button->objectName(), u"mediaCardRemoveButton"_s);
@@ -383,6 +384,7 @@ void TestFormLook::namesEveryControl_data()
     row("occurrenceFrequencyChoice", QAccessible::RadioButton, "First time");
     row("screenshotImageView", QAccessible::Graphic, "Screenshot");
     row("removeScreenshotButton", QAccessible::Button, "Remove screenshot");
+    row("editOverlayButton", QAccessible::Button, "Edit screenshot");
     row("addMediaButton", QAccessible::Button, "Add Media (2/5)");
     row("mediaCard", QAccessible::Graphic, "Video");
     row("mediaCardActionButton", QAccessible::Button, "Play video");
@@ -412,7 +414,7 @@ void TestFormLook::goesThroughTheControlsInTheirOrder()
 {
     const auto form = openForm();
     QStringList order;
-    for (int i = 0; i < 11; ++i) {
+    for (int i = 0; i < 12; ++i) {
         m_host->press(Qt::Key_Tab);
         order.append(m_host->window()->activeFocusItem()->objectName());
     }
@@ -422,6 +424,7 @@ void TestFormLook::goesThroughTheControlsInTheirOrder()
                                u"messageTextView"_s,
                                u"occurrenceFrequencyButton"_s,
                                u"removeScreenshotButton"_s,
+                               u"editOverlayButton"_s,
                                u"addMediaButton"_s,
                                u"mediaCardRemoveButton"_s,
                                u"mediaCardActionButton"_s,

@@ -50,6 +50,9 @@ private Q_SLOTS:
     void takesWhatIsDropped();
     void playsAVideo();
     void saysThatAVideoCannotBePlayed();
+    void sendsWhatWasDrawn_data();
+    void sendsWhatWasDrawn();
+    void keepsWhatWasNotSaved();
 
 private:
     void openForm();
@@ -61,6 +64,10 @@ private:
     void click(const QQuickItem *item);
     void tapEntry(const QString &name);
     void drop(const QList<QUrl> &files);
+    /// Opens the editor by this button and draws a line across its picture, in what the palette begins with.
+    void drawBy(QLatin1StringView button);
+    /// That many of the pixels are as red as nothing else is.
+    static int inkIn(const QImage &image);
     QStringList temporaryFiles() const;
     QString path(const QString &name) const { return m_home->filePath(name); }
 
@@ -347,6 +354,83 @@ void TestMediaScreens::saysThatAVideoCannotBePlayed()
     QTRY_VERIFY(!m_host->isShown("videoPlayer"_L1));
     m_host->press(Qt::Key_Return); // the alert has the keyboard
     QTRY_VERIFY(!m_host->isShown("alert"_L1));
+    QVERIFY(m_host->isShown("feedbackSheet"_L1));
+}
+
+void TestMediaScreens::drawBy(QLatin1StringView button)
+{
+    m_host->tap(button);
+    QTRY_VERIFY(m_host->isShown("screenshotEditor"_L1));
+    QTRY_COMPARE(m_host->find("screenshotEditor"_L1)->mapToScene({}), QPointF());
+    const auto middle = m_host->rectOf("canvasView"_L1).center().toPoint();
+    auto *scene = m_host->scene();
+    QTest::mousePress(scene, Qt::LeftButton, {}, middle - QPoint(100, 0));
+    for (int x = -100; x <= 100; x += 20)
+        QTest::mouseMove(scene, middle + QPoint(x, 0));
+    QTest::mouseRelease(scene, Qt::LeftButton, {}, middle + QPoint(100, 0));
+}
+
+int TestMediaScreens::inkIn(const QImage &image)
+{
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const QColor color = image.pixelColor(x, y);
+            count += color.red() > 200 && color.green() < 110 && color.blue() < 110;
+        }
+    }
+    return count;
+}
+
+void TestMediaScreens::sendsWhatWasDrawn_data()
+{
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<int>("index"); // in the report
+    QTest::newRow("on the screenshot") << u"editOverlayButton"_s << 0;
+    QTest::newRow("on another picture") << u"mediaCardActionButton"_s << 1;
+}
+
+void TestMediaScreens::sendsWhatWasDrawn()
+{
+    QImage picture(200, 100, QImage::Format_RGB32);
+    picture.fill(Qt::blue);
+    Zenvor::shared().addPendingAttachment(picture, 0.9);
+    Zenvor::shared().addPendingAttachment(picture, 0.9);
+    openForm();
+    m_host->tap("messageTextView"_L1);
+    m_host->type(u"words");
+    QFETCH(const QString, button);
+    drawBy(QLatin1StringView(button.toLatin1()));
+    const auto area = m_host->rectOf("canvasView"_L1).size();
+    m_host->tap("saveButton"_L1);
+    QTRY_VERIFY(!m_host->isShown("screenshotEditor"_L1));
+    m_host->tap("sendTopButton"_L1);
+    QTRY_COMPARE(m_host->textOf("alertTitle"_L1), u"Thank You"_s);
+    const auto &reports = m_service.sandbox().reports();
+    QFETCH(const int, index);
+    for (int i = 0; i < 2; ++i) {
+        const auto &file = reports.newest().attachments.at(i);
+        QCOMPARE(file.mimeType, u"image/jpeg"_s);
+        const QImage sent(QDir(reports.path(reports.newest().id)).filePath(file.fileName));
+        QCOMPARE(inkIn(sent) > 300, i == index);
+        QCOMPARE(sent.size(), i == index ? (area * m_host->scene()->devicePixelRatio()).toSize() : picture.size());
+        if (i == index)
+            QCOMPARE(sent.pixelColor(5, 5), QColor(Qt::white)); // beside the picture
+    }
+}
+
+void TestMediaScreens::keepsWhatWasNotSaved()
+{
+    QImage picture(200, 100, QImage::Format_RGB32);
+    picture.fill(Qt::blue);
+    Zenvor::shared().addPendingAttachment(picture, 0.9);
+    openForm();
+    drawBy("editOverlayButton"_L1);
+    m_host->press(Qt::Key_Escape);
+    QTRY_VERIFY(!m_host->isShown("screenshotEditor"_L1));
+    const auto shown = m_host->find("screenshotImageView"_L1)->property("image").value<QImage>();
+    QCOMPARE(shown.size(), picture.size());
+    QCOMPARE(inkIn(shown), 0);
     QVERIFY(m_host->isShown("feedbackSheet"_L1));
 }
 

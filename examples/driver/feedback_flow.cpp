@@ -58,6 +58,8 @@ QImage reportBug(ExampleHost &host, Screens &screens, PictureAlbum &album, const
     keep(sheet, u"form-filled"_s);
     if (form.hasMedia)
         attachMedia(screens, album, look);
+    if (form.hasDrawing)
+        drawOnScreenshot(screens, album, look);
 
     screens.tap("sendTopButton"_L1);
     screens.waitUntil(u"the form says that it sends"_s,

@@ -102,7 +102,8 @@ void compare(const QDir &report, const FilledForm &form, const QImage &host)
             faults += u"%1 is %2, and was %3 in the form"_s.arg(it.key(), shown(received[it.key()]),
                                                                 shown(it.value()));
     }
-    for (const auto &fault : {faultOfScreenshot(report, host), form.hasMedia ? faultOfMedia(report) : QString()}) {
+    for (const auto &fault : {form.hasDrawing ? faultOfDrawing(report) : faultOfScreenshot(report, host),
+                              form.hasMedia ? faultOfMedia(report) : QString()}) {
         if (!fault.isEmpty())
             faults += fault;
     }

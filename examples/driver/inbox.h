@@ -15,6 +15,7 @@ struct FilledForm
     int frequencyIndex = 0; ///< in the menu, from above
     QLatin1StringView frequency; ///< the same, as the service calls it
     bool hasMedia = false; ///< whether attachMedia() was called
+    bool hasDrawing = false; ///< whether drawOnScreenshot() was called
 };
 
 /// The folder in which zenvor-sandbox keeps what arrived.

@@ -5,6 +5,7 @@
 #include "driver/screens.h"
 
 #include <QFile>
+#include <QImage>
 #include <QStandardPaths>
 
 #include <algorithm>
@@ -18,6 +19,7 @@ namespace {
 constexpr auto sheet = "feedbackSheet"_L1;
 constexpr auto picker = "mediaPicker"_L1;
 constexpr auto player = "videoPlayer"_L1;
+constexpr auto editor = "screenshotEditor"_L1;
 constexpr int fileCount = 3;
 
 // The newest first, as the picker shows them.
@@ -86,6 +88,34 @@ void attachMedia(Screens &screens, PictureAlbum &album, const QString &look)
     screens.tap("mediaCardRemoveButton"_L1);
     screens.waitUntil(u"its card is gone"_s,
                       [&] { return screens.findAll("mediaCard"_L1).size() == fileCount - 1; });
+}
+
+void drawOnScreenshot(Screens &screens, PictureAlbum &album, const QString &look)
+{
+    screens.tap("editOverlayButton"_L1);
+    screens.waitForScreen(editor);
+    screens.draw("canvasView"_L1, {{0.2, 0.35}, {0.5, 0.28}, {0.8, 0.35}, {0.5, 0.42}, {0.2, 0.35}});
+    screens.tap("markerTool"_L1);
+    screens.draw("canvasView"_L1, {{0.25, 0.55}, {0.75, 0.55}});
+    album.add(look + u"-editor"_s, screens.picture(editor));
+    screens.tap("saveButton"_L1);
+    screens.waitUntilGone(editor);
+    album.add(look + u"-form-drawn"_s, screens.picture(sheet));
+}
+
+QString faultOfDrawing(const QDir &report)
+{
+    const auto files = report.entryList({u"1-screenshot.*"_s}, QDir::Files);
+    const QImage image(report.filePath(files.value(0)));
+    constexpr int leastInk = 500;
+    int ink = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const QColor color = image.pixelColor(x, y);
+            ink += color.red() > 200 && color.green() < 110 && color.blue() < 110;
+        }
+    }
+    return ink > leastInk ? QString() : u"%1 pixels of ink on the screenshot"_s.arg(ink);
 }
 
 QString faultOfMedia(const QDir &report)

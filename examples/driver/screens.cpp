@@ -112,6 +112,23 @@ void Screens::tap(QLatin1StringView name, int index)
     QTest::mouseClick(m_lastTapped, Qt::LeftButton, {}, center.toPoint());
 }
 
+void Screens::draw(QLatin1StringView name, const QList<QPointF> &points)
+{
+    constexpr int stepsBetween = 10;
+    const auto *target = item(name);
+    auto *window = target->window();
+    const auto place = [target](QPointF point) {
+        return target->mapToScene({point.x() * target->width(), point.y() * target->height()}).toPoint();
+    };
+    QTest::mousePress(window, Qt::LeftButton, {}, place(points.constFirst()));
+    for (qsizetype i = 1; i < points.size(); ++i) {
+        const QPointF from = points.at(i - 1);
+        for (int step = 1; step <= stepsBetween; ++step)
+            QTest::mouseMove(window, place(from + (points.at(i) - from) * step / stepsBetween));
+    }
+    QTest::mouseRelease(window, Qt::LeftButton, {}, place(points.constLast()));
+}
+
 void Screens::type(QLatin1StringView text)
 {
     for (const char letter : text)

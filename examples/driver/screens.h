@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QImage>
+#include <QList>
+#include <QPointF>
 #include <QPointer>
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -26,6 +28,8 @@ public:
     /// Presses and releases in the middle of the item, number \a index of those of that name. What lies below
     /// the window is scrolled into it.
     void tap(QLatin1StringView name, int index = 0);
+    /// Presses, moves and releases along \a points, in parts of the item's width and height.
+    void draw(QLatin1StringView name, const QList<QPointF> &points);
     /// To whatever has the keyboard in the window of the last tap. Latin letters only.
     void type(QLatin1StringView text);
 

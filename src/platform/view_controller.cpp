@@ -13,8 +13,14 @@ bool ViewController::present(Presenter &presenter, ModalPresentationStyle style,
 
 void ViewController::presentOver(const std::shared_ptr<ViewController> &screen, ModalPresentationStyle style)
 {
-    if (m_screen)
-        screen->present(*m_presenter, style, true, m_screen->hostWindow());
+    if (m_screen && screen->present(*m_presenter, style, true, m_screen->hostWindow()))
+        m_above = screen;
+}
+
+bool ViewController::isCovered() const
+{
+    const auto above = m_above.lock();
+    return above && above->m_screen;
 }
 
 void ViewController::dismiss(bool animated, std::function<void()> completion)

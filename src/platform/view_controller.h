@@ -78,12 +78,16 @@ protected:
     /// Shows \a screen over this one, animated. Nothing once this one is gone or going.
     void presentOver(const std::shared_ptr<ViewController> &screen, ModalPresentationStyle style);
 
+    /// Whether a screen is shown over this one by presentOver().
+    bool isCovered() const;
+
     /// The host's window that this is shown over; null before and after.
     QWindow *hostWindow() const { return m_screen ? m_screen->hostWindow() : nullptr; }
 
 private:
     Presenter *m_presenter = nullptr;
     QPointer<PresentedScreen> m_screen; // until it is dismissed
+    std::weak_ptr<ViewController> m_above;
 };
 
 } // namespace zenvor

@@ -2,14 +2,10 @@
 
 #include "deviceinfo/device_info_provider.h"
 #include "media/attachment_file.h"
-#include "media/attachment_loading.h"
-#include "media/media_picker_view_controller.h"
-#include "media/video_player_view_controller.h"
 #include "resources/string_table.h"
 #include "ui/alert_view_controller.h"
 #include "ui/form_texts.h"
 #include "ui/media_card.h"
-#include "ui/picture_decoding.h"
 #include "ui/report_sending.h"
 #include "ui/send_error_message.h"
 
@@ -142,123 +138,6 @@ void FeedbackViewController::contactToggleTapped()
 void FeedbackViewController::doneTapped()
 {
     Q_EMIT endEditing();
-}
-
-void FeedbackViewController::addMediaTapped()
-{
-    if (!acceptsInput())
-        return;
-    Q_EMIT endEditing();
-    if (showsLimitAlert())
-        return;
-    const auto didFinishPicking = [self = weak_from_this()](const QList<QUrl> &results) {
-        if (!results.isEmpty())
-            addMedia(self, results); // detached: it reports what cannot be added
-    };
-    presentOver(std::make_shared<MediaPickerViewController>(
-                    FormAttachments::limit - m_attachments.usedCount(), didFinishPicking),
-                ModalPresentationStyle::FullScreen);
-}
-
-void FeedbackViewController::filesDropped(const QList<QUrl> &files)
-{
-    if (acceptsInput() && !files.isEmpty() && !showsLimitAlert())
-        addMedia(weak_from_this(), files); // detached: it reports what cannot be added
-}
-
-bool FeedbackViewController::showsLimitAlert()
-{
-    if (m_attachments.usedCount() < FormAttachments::limit)
-        return false;
-    showAlert(localizedString("zenvor_attachment_limit_title"_ba, u"Attachment Limit"_s),
-              localizedString("zenvor_attachment_limit_message"_ba,
-                              u"You can attach up to %d files per report."_s, {FormAttachments::limit}));
-    return true;
-}
-
-Task<> FeedbackViewController::addMedia(std::weak_ptr<ViewController> form, QList<QUrl> results)
-{
-    QList<PickedAttachment> picked;
-    auto loaded = co_await loadAttachmentsFromPicker(std::move(results), FormAttachments::limit);
-    for (auto &attachment : loaded)
-        picked.append({std::move(attachment), std::nullopt});
-    for (auto &candidate : picked) {
-        const auto self = std::static_pointer_cast<FeedbackViewController>(form.lock());
-        if (!self || self->m_attachments.currentScreenshot)
-            break;
-        if (candidate.attachment.kind != "screenshot"_L1)
-            continue;
-        const auto image = co_await decodedScreenshot(candidate.attachment.data);
-        candidate.image = image;
-        if (image)
-            break;
-    }
-    if (const auto self = std::static_pointer_cast<FeedbackViewController>(form.lock()))
-        self->applyPickedAttachments(std::move(picked));
-}
-
-void FeedbackViewController::applyPickedAttachments(QList<PickedAttachment> picked)
-{
-    if (picked.isEmpty()) {
-        showAlert(
-            localizedString("zenvor_unsupported_file_title"_ba, u"Unsupported File"_s),
-            localizedString("zenvor_unsupported_file_message"_ba, u"Please select image or video files."_s));
-        return;
-    }
-    m_attachments.applyPickedAttachments(std::move(picked));
-    for (auto i = m_mediaCards.size(); i < m_attachments.additionalAttachments.size(); ++i)
-        m_mediaCards.append(new MediaCard(m_attachments.additionalAttachments.at(i), this));
-    Q_EMIT attachmentsChanged();
-}
-
-void FeedbackViewController::previewVideoAttachment(int index)
-{
-    const auto *card = acceptsInput() ? m_mediaCards.value(index) : nullptr;
-    if (card && card->isVideo())
-        preview(weak_from_this(), card->file()); // detached: it says what cannot be shown
-}
-
-Task<> FeedbackViewController::preview(std::weak_ptr<ViewController> form, std::shared_ptr<AttachmentFile> file)
-{
-    const auto path = co_await file->path(AttachmentFile::Purpose::Preview);
-    const auto self = std::static_pointer_cast<FeedbackViewController>(form.lock());
-    if (!self || !self->acceptsInput())
-        co_return;
-    auto playback = path ? VideoPlayback::open(*path) : nullptr;
-    if (!playback) {
-        self->showPreviewAlert();
-        co_return;
-    }
-    const auto onFailed = [form] {
-        if (const auto alive = std::static_pointer_cast<FeedbackViewController>(form.lock()))
-            alive->showPreviewAlert();
-    };
-    self->presentOver(
-        std::make_shared<VideoPlayerViewController>(std::move(playback), std::move(file), onFailed),
-        ModalPresentationStyle::FullScreen);
-}
-
-void FeedbackViewController::showPreviewAlert()
-{
-    showAlert(localizedString("zenvor_preview_error_title"_ba, u"Preview Error"_s),
-              localizedString("zenvor_preview_error_message"_ba, u"Could not preview selected video."_s));
-}
-
-void FeedbackViewController::removeScreenshotTapped()
-{
-    if (!acceptsInput())
-        return;
-    m_attachments.removeScreenshot();
-    Q_EMIT attachmentsChanged();
-}
-
-void FeedbackViewController::removeAdditionalAttachment(int index)
-{
-    if (!acceptsInput() || index < 0 || index >= m_mediaCards.size())
-        return;
-    m_attachments.removeAdditionalAttachment(index);
-    m_mediaCards.takeAt(index)->deleteLater(); // its view goes first
-    Q_EMIT attachmentsChanged();
 }
 
 // Not while it sends, and not once it is leaving: its controls may still be reached then.

@@ -78,6 +78,8 @@ public:
     /// The same as if they had been picked.
     Q_INVOKABLE void filesDropped(const QList<QUrl> &files);
     Q_INVOKABLE void previewVideoAttachment(int index);
+    Q_INVOKABLE void editScreenshotTapped();
+    Q_INVOKABLE void editAdditionalScreenshot(int index);
     Q_INVOKABLE void removeScreenshotTapped();
     Q_INVOKABLE void removeAdditionalAttachment(int index);
     /// The text of the clipboard is going to be a part of the message.
@@ -97,11 +99,14 @@ Q_SIGNALS:
 private:
     // The form may go while these wait.
     static Task<> addMedia(std::weak_ptr<ViewController> form, QList<QUrl> results);
+    static Task<> edit(std::weak_ptr<ViewController> form, QPointer<MediaCard> card, QByteArray data);
     static Task<> preview(std::weak_ptr<ViewController> form, std::shared_ptr<AttachmentFile> file);
 
     Task<> send(FeedbackReportPayload payload);
     Task<std::optional<ReportUploadAttachment>> resolvedScreenshotUploadPayload();
     void applyPickedAttachments(QList<PickedAttachment> picked);
+    void presentEditor(const QImage &image, std::function<void(FeedbackViewController &, QImage)> onSave);
+    void replaceAdditionalAttachment(MediaCard *card, const QImage &image);
     bool acceptsInput() const;
     void setSendingState(bool sending);
     void showAlert(const QString &title, const QString &message, std::function<void()> onOk = {});

@@ -33,6 +33,13 @@ void FormAttachments::setEncodedScreenshot(QByteArray jpeg)
     currentScreenshotMimeType = u"image/jpeg"_s;
 }
 
+void FormAttachments::setEditedScreenshot(QImage image)
+{
+    currentScreenshot = std::move(image);
+    currentScreenshotData.reset();
+    currentScreenshotMimeType = u"image/jpeg"_s;
+}
+
 std::optional<ReportUploadAttachment> FormAttachments::screenshotUpload() const
 {
     if (!currentScreenshot || !currentScreenshotData || currentScreenshotData->isEmpty())

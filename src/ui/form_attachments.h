@@ -34,6 +34,9 @@ struct FormAttachments
     /// Keeps the file that the screenshot was made.
     void setEncodedScreenshot(QByteArray jpeg);
 
+    /// Takes the place of the screenshot; it is made a file when it is sent.
+    void setEditedScreenshot(QImage image);
+
     /// The screenshot as it is sent. Nothing without one, and while it is no file.
     std::optional<ReportUploadAttachment> screenshotUpload() const;
 

@@ -8,11 +8,9 @@ namespace zenvor {
 
 namespace {
 
-constexpr double jpegQuality = 0.72;
-
 Task<std::optional<QByteArray>> encodedHere(QImage image)
 {
-    co_return encodeJpeg(image, jpegQuality);
+    co_return encodeJpeg(image, screenshotQuality);
 }
 
 } // namespace

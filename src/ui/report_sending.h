@@ -7,6 +7,9 @@
 
 namespace zenvor {
 
+/// Of the JPEG files that pictures of the screen are sent as.
+constexpr double screenshotQuality = 0.72;
+
 /// \a image as a JPEG file, made on another thread; nothing if it cannot be made one.
 Task<std::optional<QByteArray>> encodedScreenshot(QImage image);
 

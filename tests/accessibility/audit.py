@@ -125,7 +125,7 @@ def run(app, url):
     check_controls(form, [("push button", "Close"), ("heading", "Report a bug"), ("push button", "Send"),
                           ("text", "Email"), ("text", "Description"), ("push button", "First time"),
                           ("image", "Screenshot"), ("push button", "Remove screenshot"),
-                          ("push button", "Add Media (1/5)"), ("check box", "Allow support contact")])
+                          ("push button", "Edit screenshot"), ("push button", "Add Media (1/5)"), ("check box", "Allow support contact")])
     check_state(find(form, "text", "Email"), Atspi.StateType.EDITABLE)
     check_state(find(form, "text", "Description"), Atspi.StateType.MULTI_LINE)
     box = find(form, "check box", "Allow support contact")

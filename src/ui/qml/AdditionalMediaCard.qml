@@ -9,7 +9,7 @@ Rectangle {
     required property MediaCard card
     required property bool isSending
 
-    signal previewRequested()
+    signal actionRequested()
     signal removeRequested(byKey: bool)
     signal focusReceived()
 
@@ -59,11 +59,10 @@ Rectangle {
     MediaButton {
         objectName: "mediaCardActionButton"
         anchors { right: parent.right; bottom: parent.bottom; margins: SheetTheme.mediaButtonInset }
-        visible: root.card.isVideo // there is no editor yet
         symbol: root.card.isVideo ? "play.fill" : "pencil"
         text: root.card.isVideo ? Texts.text("zenvor_play_video_a11y", "Play video") : Texts.text("zenvor_edit_picture_a11y", "Edit picture")
         enabled: !root.isSending
         onActiveFocusChanged: if (activeFocus) root.focusReceived()
-        onClicked: root.previewRequested()
+        onClicked: root.actionRequested()
     }
 }

@@ -49,10 +49,10 @@ Rectangle {
             MediaButton {
                 objectName: "editOverlayButton"
                 anchors { right: parent.right; bottom: parent.bottom; margins: SheetTheme.mediaButtonInset }
-                visible: false // there is no editor yet
                 symbol: "pencil"
                 text: Texts.text("zenvor_edit_screenshot_a11y", "Edit screenshot")
                 enabled: !root.controller.isSending
+                onClicked: root.controller.editScreenshotTapped()
             }
         }
     }
@@ -140,7 +140,12 @@ Rectangle {
                     card: modelData
                     isSending: root.controller.isSending
                     onFocusReceived: strip.reveal(card)
-                    onPreviewRequested: root.controller.previewVideoAttachment(index)
+                    onActionRequested: {
+                        if (modelData.isVideo)
+                            root.controller.previewVideoAttachment(index)
+                        else
+                            root.controller.editAdditionalScreenshot(index)
+                    }
                     onRemoveRequested: byKey => {
                         const neighbour = Math.min(index, cards.count - 2)
                         root.controller.removeAdditionalAttachment(index)
