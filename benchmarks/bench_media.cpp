@@ -76,7 +76,8 @@ void readVideo(const QString &path, bool isBaseline)
     }
     print("wall ms", double(timer.nsecsElapsed()) / 1e6);
     print("stall ms", stalls.take());
-    print("memory over the file, MiB", bench::memoryMiB("VmHWM:") - before - double(attachment->data.size()) / 1024 / 1024);
+    print("memory over the file, MiB",
+          bench::memoryMiB("VmHWM:") - before - double(attachment->data.size()) / 1024 / 1024);
 }
 
 // A grid of cells without pictures is the baseline.

@@ -43,9 +43,18 @@ QByteArray picture(const char *format)
     return data;
 }
 
-bool isRed(QColor color) { return color.red() > 180 && color.green() < 90 && color.blue() < 90; }
-bool isBlue(QColor color) { return color.blue() > 180 && color.green() < 90 && color.red() < 90; }
-bool isGreen(QColor color) { return color.green() > 140 && color.red() < 90 && color.blue() < 90; }
+bool isRed(QColor color)
+{
+    return color.red() > 180 && color.green() < 90 && color.blue() < 90;
+}
+bool isBlue(QColor color)
+{
+    return color.blue() > 180 && color.green() < 90 && color.red() < 90;
+}
+bool isGreen(QColor color)
+{
+    return color.green() > 140 && color.red() < 90 && color.blue() < 90;
+}
 
 QStringList temporaryFiles()
 {
@@ -122,7 +131,10 @@ void TestMedia::attaches_data()
     row("just enough.png", png.first(12), u"image/png"_s, u"screenshot"_s);
     row("picture.WebP", webp, u"image/webp"_s, u"screenshot"_s);
     row("sound that says.webp", "RIFF\x24\0\0\0WAVEfmt "_ba, u"image/jpeg"_s, u"screenshot"_s);
-    row("photo.HEIC", "\0\0\0\x18" "ftypheic\0\0\0\0"_ba, u"image/jpeg"_s, u"screenshot"_s);
+    row("photo.HEIC",
+        "\0\0\0\x18"
+        "ftypheic\0\0\0\0"_ba,
+        u"image/jpeg"_s, u"screenshot"_s);
     row("moving.gif", picture("PNG").replace("\x89PNG", "GIF8"), u"image/jpeg"_s, u"screenshot"_s);
     row("clip.MOV", mp4, u"video/quicktime"_s, u"video"_s);
     row("clip.m4v", mp4, u"video/mp4"_s, u"video"_s);
@@ -151,7 +163,8 @@ void TestMedia::leavesOutWhatCannotBeAttached()
     write(u"empty.mp4"_s, {});
     write(u"photo.jpg"_s, picture("JPEG"));
     QDir(m_folder->path()).mkdir(u"folder.jpg"_s);
-    QVERIFY(::mkfifo(path(u"pipe.mp4"_s).toLocal8Bit().constData(), 0600) == 0); // which nobody will ever write to
+    QVERIFY(::mkfifo(path(u"pipe.mp4"_s).toLocal8Bit().constData(), 0600)
+            == 0); // which nobody will ever write to
     const QList<QUrl> picked{url(u"notes.txt"_s),
                              url(u"empty.jpg"_s),
                              url(u"empty.mp4"_s),
@@ -277,7 +290,8 @@ void TestMedia::keepsOneFileOfAVideoForTheUserAlone()
     QVERIFY2(written.fileName().startsWith("zenvor-thumb-"_L1) && written.suffix() == "webm"_L1,
              qPrintable(*path));
     QCOMPARE(contentsOf(*path), data);
-    QCOMPARE(written.permissions() & ~(QFile::ReadUser | QFile::WriteUser), QFile::ReadOwner | QFile::WriteOwner);
+    QCOMPARE(written.permissions() & ~(QFile::ReadUser | QFile::WriteUser),
+             QFile::ReadOwner | QFile::WriteOwner);
     QCOMPARE(await(file->path(AttachmentFile::Purpose::Preview)), path);
     QCOMPARE(temporaryFiles().size(), 1);
     file.reset();
@@ -312,7 +326,8 @@ void TestMedia::sweepsWhatIsOld()
     make(u"zenvor-thumb-3.mp4"_s, 23);
     make(u"zenvor-other.mp4"_s, 25);
     make(u"zenvor-target"_s, 25);
-    QVERIFY(QFile::link(m_temporary.filePath(u"zenvor-target"_s), m_temporary.filePath(u"zenvor-thumb-4.mp4"_s)));
+    QVERIFY(
+        QFile::link(m_temporary.filePath(u"zenvor-target"_s), m_temporary.filePath(u"zenvor-thumb-4.mp4"_s)));
     sweepAttachmentFiles();
     const QStringList left{u"zenvor-other.mp4"_s, u"zenvor-target"_s, u"zenvor-thumb-3.mp4"_s,
                            u"zenvor-thumb-4.mp4"_s};

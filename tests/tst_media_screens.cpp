@@ -192,8 +192,10 @@ void TestMediaScreens::choosesFromTheGrid()
     const auto &attachments = reports.newest().attachments;
     QCOMPARE(attachments.size(), 3);
     const QDir folder(reports.path(reports.newest().id));
-    QCOMPARE(contentsOf(folder.filePath(attachments.at(1).fileName)), contentsOf(path(u"Pictures/more/blue.png"_s)));
-    QCOMPARE(contentsOf(folder.filePath(attachments.at(2).fileName)), contentsOf(path(u"Pictures/clip.mp4"_s)));
+    QCOMPARE(contentsOf(folder.filePath(attachments.at(1).fileName)),
+             contentsOf(path(u"Pictures/more/blue.png"_s)));
+    QCOMPARE(contentsOf(folder.filePath(attachments.at(2).fileName)),
+             contentsOf(path(u"Pictures/clip.mp4"_s)));
 }
 
 void TestMediaScreens::choosesWithTheKeyboard()
@@ -277,11 +279,14 @@ void TestMediaScreens::takesWhatIsDropped_data()
     QTest::addColumn<QString>("alert");
     const QString picture = u"Pictures/red.png"_s;
     const QString video = u"Pictures/clip.mp4"_s;
-    QTest::newRow("a picture becomes the screenshot, a video never") << QStringList{video, picture, picture} << 3 << true << QString();
+    QTest::newRow("a picture becomes the screenshot, a video never")
+        << QStringList{video, picture, picture} << 3 << true << QString();
     QTest::newRow("no picture") << QStringList{video} << 1 << false << QString();
     QTest::newRow("more than there is room for") << QStringList(7, picture) << 5 << true << QString();
-    QTest::newRow("in part unsupported") << QStringList{u"Pictures/notes.txt"_s, video} << 1 << false << QString();
-    QTest::newRow("unsupported") << QStringList{u"Pictures/notes.txt"_s} << 0 << false << u"Unsupported File"_s;
+    QTest::newRow("in part unsupported")
+        << QStringList{u"Pictures/notes.txt"_s, video} << 1 << false << QString();
+    QTest::newRow("unsupported") << QStringList{u"Pictures/notes.txt"_s} << 0 << false
+                                 << u"Unsupported File"_s;
 }
 
 void TestMediaScreens::takesWhatIsDropped()
@@ -330,7 +335,8 @@ void TestMediaScreens::playsAVideo()
     QVERIFY(color(0.8).blue() > 180 && color(0.8).red() < 90);
     QCOMPARE(qRound(area.width()), int(m_host->scene()->width())); // as large as fits
 
-    QTest::mouseClick(m_host->scene(), Qt::LeftButton, {}, m_host->rectOf("videoPlayerSlider"_L1).center().toPoint());
+    QTest::mouseClick(m_host->scene(), Qt::LeftButton, {},
+                      m_host->rectOf("videoPlayerSlider"_L1).center().toPoint());
     QTRY_VERIFY(qAbs(player->property("position").toInt() - 1'000) < 150);
     QCOMPARE(temporaryFiles(), files); // the same one
     m_host->press(Qt::Key_Escape);
@@ -413,7 +419,8 @@ void TestMediaScreens::sendsWhatWasDrawn()
         QCOMPARE(file.mimeType, u"image/jpeg"_s);
         const QImage sent(QDir(reports.path(reports.newest().id)).filePath(file.fileName));
         QCOMPARE(inkIn(sent) > 300, i == index);
-        QCOMPARE(sent.size(), i == index ? (area * m_host->scene()->devicePixelRatio()).toSize() : picture.size());
+        QCOMPARE(sent.size(),
+                 i == index ? (area * m_host->scene()->devicePixelRatio()).toSize() : picture.size());
         if (i == index)
             QCOMPARE(sent.pixelColor(5, 5), QColor(Qt::white)); // beside the picture
     }

@@ -90,8 +90,8 @@ void Screens::reveal(QQuickItem *target) const
     auto *window = target->window();
     for (int turns = 0; turns < mostTurns && centerOf(target).y() > window->height(); ++turns) {
         const QPointF middle(window->width() / 2.0, window->height() / 2.0);
-        QWheelEvent event(middle, window->mapToGlobal(middle), {}, {0, -120}, {},
-                          {}, Qt::NoScrollPhase, false);
+        QWheelEvent event(middle, window->mapToGlobal(middle), {}, {0, -120}, {}, {}, Qt::NoScrollPhase,
+                          false);
         QCoreApplication::sendEvent(window, &event);
         window->grabWindow(); // lays everything out
         QTest::qWait(20);

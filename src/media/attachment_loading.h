@@ -9,7 +9,8 @@
 namespace zenvor {
 
 /// What \a result, a file that a user has picked, is attached as: a picture, or a video. Nothing if it is
-/// neither, is empty, or cannot be read. The file is read as a whole, on another thread. From the main thread.
+/// neither, is empty, or cannot be read. The file is read as a whole, on another thread. From the main
+/// thread.
 Task<std::optional<ReportUploadAttachment>> loadAttachment(QUrl result);
 
 /// The same for several, one after the other; what cannot be attached is left out. Ends early when \a most

@@ -12,7 +12,9 @@ enum Role { NameRole = Qt::UserRole, IsFolderRole, IsVideoRole, ThumbnailRole, S
 
 } // namespace
 
-MediaListModel::MediaListModel(int selectionLimit) : m_selectionLimit(selectionLimit) {}
+MediaListModel::MediaListModel(int selectionLimit) : m_selectionLimit(selectionLimit)
+{
+}
 
 int MediaListModel::rowCount(const QModelIndex &parent) const
 {
@@ -79,8 +81,10 @@ void MediaListModel::toggle(int row)
 // In letters that mean nothing in a URL. With its time, so that a file that has changed gets a new picture.
 QString thumbnailUrl(const MediaEntry &entry)
 {
-    const auto path = entry.path.toUtf8().toBase64(QByteArray::Base64UrlEncoding | QByteArray::OmitTrailingEquals);
-    return u"image://zenvor-media/%1/%2"_s.arg(entry.modified.toMSecsSinceEpoch()).arg(QLatin1StringView(path));
+    const auto path =
+        entry.path.toUtf8().toBase64(QByteArray::Base64UrlEncoding | QByteArray::OmitTrailingEquals);
+    return u"image://zenvor-media/%1/%2"_s.arg(entry.modified.toMSecsSinceEpoch())
+        .arg(QLatin1StringView(path));
 }
 
 QString thumbnailPath(const QString &id)

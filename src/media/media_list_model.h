@@ -27,8 +27,8 @@ public:
     /// Null if there is none in this row.
     const MediaEntry *entry(int row) const;
 
-    /// Chooses what is in \a row, or not any more. Where only one can be chosen it takes the place of another;
-    /// nothing otherwise if all are.
+    /// Chooses what is in \a row, or not any more. Where only one can be chosen it takes the place of
+    /// another; nothing otherwise if all are.
     void toggle(int row);
     /// Paths, in the order in which they were chosen.
     const QStringList &selected() const { return m_selected; }

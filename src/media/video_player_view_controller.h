@@ -20,8 +20,8 @@ class VideoPlayerViewController : public ViewController
     Q_PROPERTY(int duration READ duration NOTIFY changed)
 
 public:
-    /// Plays what \a playback has opened, and keeps \a file, which that is, for so long. \a onFailed is called
-    /// when the player is gone because the video cannot be played.
+    /// Plays what \a playback has opened, and keeps \a file, which that is, for so long. \a onFailed is
+    /// called when the player is gone because the video cannot be played.
     VideoPlayerViewController(std::unique_ptr<VideoPlayback> playback, std::shared_ptr<AttachmentFile> file,
                               std::function<void()> onFailed);
     ~VideoPlayerViewController() override;

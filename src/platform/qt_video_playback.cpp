@@ -19,7 +19,8 @@ namespace zenvor {
 
 namespace {
 
-// Pictures are converted on another thread, one at a time; of those that come meanwhile only the last is kept.
+// Pictures are converted on another thread, one at a time; of those that come meanwhile only the last is
+// kept.
 class QtVideoPlayback final : public VideoPlayback
 {
 public:

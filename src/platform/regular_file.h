@@ -11,8 +11,8 @@ namespace zenvor {
 /// if it is larger than the memory. Any thread.
 std::optional<QByteArray> contentsOfFile(const QString &path);
 
-/// What follows the last dot of the file's name, as it is written there; empty for a name that begins with its
-/// only dot.
+/// What follows the last dot of the file's name, as it is written there; empty for a name that begins with
+/// its only dot.
 QString extensionOfFile(const QString &path);
 
 } // namespace zenvor

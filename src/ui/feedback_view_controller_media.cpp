@@ -89,7 +89,8 @@ void FeedbackViewController::previewVideoAttachment(int index)
         preview(weak_from_this(), card->file()); // detached: it says what cannot be shown
 }
 
-Task<> FeedbackViewController::preview(std::weak_ptr<ViewController> form, std::shared_ptr<AttachmentFile> file)
+Task<> FeedbackViewController::preview(std::weak_ptr<ViewController> form,
+                                       std::shared_ptr<AttachmentFile> file)
 {
     const auto path = co_await file->path(AttachmentFile::Purpose::Preview);
     const auto self = std::static_pointer_cast<FeedbackViewController>(form.lock());
@@ -126,7 +127,8 @@ void FeedbackViewController::editAdditionalScreenshot(int index)
         edit(weak_from_this(), card, m_attachments.additionalAttachments.at(index).data);
 }
 
-Task<> FeedbackViewController::edit(std::weak_ptr<ViewController> form, QPointer<MediaCard> card, QByteArray data)
+Task<> FeedbackViewController::edit(std::weak_ptr<ViewController> form, QPointer<MediaCard> card,
+                                    QByteArray data)
 {
     const auto image = co_await decodedScreenshot(std::move(data));
     const auto self = std::static_pointer_cast<FeedbackViewController>(form.lock());

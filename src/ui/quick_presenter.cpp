@@ -219,10 +219,9 @@ PresentedScreen *QuickPresenter::show(std::shared_ptr<ViewController> screen, Mo
     QVariantMap properties{{u"controller"_s, QVariant::fromValue(screen.get())}};
     if (style == ModalPresentationStyle::OverFullScreen)
         properties.insert(u"backdrop"_s, blurred(captureWindow(window)));
-    auto overlay =
-        create(qmlEngine, u"Overlay"_s,
-               {{u"parent"_s, QVariant::fromValue(window->contentItem())},
-                {u"slides"_s, slides(style) && !prefersReducedMotion()}});
+    auto overlay = create(qmlEngine, u"Overlay"_s,
+                          {{u"parent"_s, QVariant::fromValue(window->contentItem())},
+                           {u"slides"_s, slides(style) && !prefersReducedMotion()}});
     auto view = create(qmlEngine, screen->viewName(), properties);
     auto *viewItem = qobject_cast<QQuickItem *>(view.get());
     if (!overlay || !viewItem)
