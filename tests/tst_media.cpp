@@ -6,6 +6,7 @@
 #include "platform/video.h"
 #include "platform/video_rotation.h"
 #include "support/await.h"
+#include "support/media_files.h"
 
 #include <QBuffer>
 #include <QDir>
@@ -19,19 +20,10 @@
 using namespace zenvor;
 using namespace Qt::StringLiterals;
 using test::await;
+using test::clip;
+using test::contentsOf;
 
 namespace {
-
-QString clip(const QString &name)
-{
-    return QStringLiteral(ZENVOR_TEST_MEDIA "/") + name;
-}
-
-QByteArray contentsOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 QByteArray picture(const char *format)
 {

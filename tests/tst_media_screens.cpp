@@ -1,4 +1,5 @@
 #include "platform/window.h"
+#include "support/media_files.h"
 #include "support/test_host.h"
 #include "support/test_service.h"
 
@@ -13,23 +14,10 @@
 
 using namespace zenvor;
 using namespace Qt::StringLiterals;
+using test::clip;
+using test::contentsOf;
 using test::TestHost;
 using test::TestService;
-
-namespace {
-
-QString clip(const QString &name)
-{
-    return QStringLiteral(ZENVOR_TEST_MEDIA "/") + name;
-}
-
-QByteArray contentsOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-} // namespace
 
 /// Pictures and videos in the form, by real events: choosing, dropping, watching, sending.
 class TestMediaScreens : public QObject
