@@ -1,6 +1,7 @@
 // What pictures and videos cost the host: memory and standstill while a large video is read, the grid of a
 // folder with a thousand photos, the thumbnail of a video. Each in a process of its own.
 #include "host_window.h"
+#include "measured_process.h"
 #include "media/attachment_file.h"
 #include "media/attachment_loading.h"
 #include "platform/image.h"
@@ -14,7 +15,6 @@
 #include <QBuffer>
 #include <QFile>
 #include <QGuiApplication>
-#include <QProcess>
 #include <QTemporaryDir>
 
 namespace {
@@ -111,7 +111,7 @@ QQuickItem *openGrid(QQuickWindow *window, QQmlEngine *engine, bool isBaseline)
     return grid;
 }
 
-void scrollGrid(bool isBaseline)
+void scrollGrid(double step, bool isBaseline)
 {
     const bench::HostWindow host;
     if (!QTest::qWaitForWindowActive(host.window()))
@@ -126,7 +126,6 @@ void scrollGrid(bool isBaseline)
     QTest::qWait(100);
     stalls.take();
     const double end = grid->property("contentHeight").toReal() - grid->height();
-    constexpr double step = 200; // points a frame: a fling
     for (double y = 0; y < end; y += step) {
         grid->setProperty("contentY", y);
         QTest::qWait(16);
@@ -164,26 +163,14 @@ void makeThumbnails(bool isBaseline)
     }
 }
 
-using Figures = QMap<QString, std::vector<double>>;
-
-Figures runProcess(const QStringList &arguments, const QString &home, int times)
+bench::Figures runProcess(const QStringList &arguments, const QString &home, int times)
 {
-    Figures figures;
-    for (int i = 0; i < times; ++i) {
-        QProcess process;
-        auto environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"HOME"_s, home);
-        environment.remove(u"XDG_CONFIG_HOME"_s);
-        process.setProcessEnvironment(environment);
-        process.start(QCoreApplication::applicationFilePath(), arguments);
-        if (!process.waitForFinished(-1) || process.exitCode() != 0)
-            qFatal("the measured process failed: %s", process.readAllStandardError().constData());
-        for (const auto &line : process.readAllStandardOutput().split('\n')) {
-            const auto at = line.lastIndexOf(' ');
-            if (at > 0)
-                figures[QString::fromLatin1(line.left(at))].push_back(line.mid(at + 1).toDouble());
-        }
-    }
+    bench::Figures figures;
+    auto environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"HOME"_s, home);
+    environment.remove(u"XDG_CONFIG_HOME"_s);
+    for (int i = 0; i < times; ++i)
+        bench::runProcess(figures, arguments, environment);
     return figures;
 }
 
@@ -225,7 +212,7 @@ int main(int argc, char **argv)
     if (arguments.value(1) == "--read"_L1)
         readVideo(arguments.at(2), isBaseline);
     else if (arguments.value(1) == "--grid"_L1)
-        scrollGrid(isBaseline);
+        scrollGrid(arguments.at(2).toDouble(), isBaseline);
     else if (arguments.value(1) == "--thumbnail"_L1)
         makeThumbnails(isBaseline);
     else {
@@ -240,7 +227,8 @@ int main(int argc, char **argv)
         file.close();
         makePhotos(data.filePath(u"Pictures"_s), isSmoke ? 40 : 1000);
         compare("a video of 200 MiB is read", {u"--read"_s, video}, data.path(), times);
-        compare("scrolling through 1,000 photos of 12 MP", {u"--grid"_s}, data.path(), isSmoke ? 1 : 3);
+        compare("scrolling through 1,000 photos of 12 MP", {u"--grid"_s, isSmoke ? u"5000"_s : u"200"_s},
+                data.path(), isSmoke ? 1 : 3);
         compare("a thumbnail; the baseline is a JPEG's", {u"--thumbnail"_s}, data.path(), times);
     }
     return 0;

@@ -3,6 +3,7 @@
 // for the least that could do the same.
 #include "capture/screenshot_capturer.h"
 #include "host_window.h"
+#include "measured_process.h"
 #include "screens.h"
 #include "table.h"
 
@@ -116,22 +117,11 @@ int runFlow(int repetitions, bool isBaseline)
     return 0;
 }
 
-using Figures = QHash<QString, std::vector<double>>;
-
-void runProcess(Figures &figures, const QStringList &arguments, const QString &density = u"1"_s)
+void runProcess(bench::Figures &figures, const QStringList &arguments, const QString &density)
 {
-    QProcess process;
     auto environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"QT_SCALE_FACTOR"_s, density);
-    process.setProcessEnvironment(environment);
-    process.start(QCoreApplication::applicationFilePath(), arguments);
-    if (!process.waitForFinished(-1) || process.exitCode() != 0)
-        qFatal("the measured process failed: %s", process.readAllStandardError().constData());
-    for (const auto &line : process.readAllStandardOutput().split('\n')) {
-        const auto at = line.lastIndexOf(' ');
-        if (at > 0)
-            figures[QString::fromLatin1(line.left(at))].push_back(line.mid(at + 1).toDouble());
-    }
+    bench::runProcess(figures, arguments, environment);
 }
 
 double startOf(const char *program)
@@ -171,7 +161,7 @@ int main(int argc, char **argv)
     std::printf("  ratio %.3f\n", bench::median(with) / bench::median(without));
 
     for (const auto *density : {"1", "2.77"}) { // the second: 1080 by 2338 pixels
-        Figures figures;
+        bench::Figures figures;
         for (int i = 0; i < processes; ++i) {
             runProcess(figures, {u"--baseline"_s, u"0"_s}, QString::fromLatin1(density));
             runProcess(figures, {u"--flow"_s, isSmoke ? u"1"_s : u"4"_s}, QString::fromLatin1(density));
