@@ -12,6 +12,7 @@
 #include <QDir>
 #include <QFile>
 #include <QImage>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -72,6 +73,7 @@ private Q_SLOTS:
     void survivesWhatIsNoVideo_data();
     void survivesWhatIsNoVideo();
     void readsNoRotationOutOfBrokenFiles();
+    void endsWithTheProcess();
     void keepsOneFileOfAVideoForTheUserAlone();
     void writesNoVideoWithoutAFolder();
     void sweepsWhatIsOld();
@@ -268,6 +270,18 @@ void TestMedia::readsNoRotationOutOfBrokenFiles()
         auto changed = whole.sliced(movie);
         changed[i] = '\xff';
         QVERIFY(rotationOf(changed) % 90 == 0);
+    }
+}
+
+// At moments from before the first player is made to after the last.
+void TestMedia::endsWithTheProcess()
+{
+    for (int delay = 0; delay < 150; delay += 10) {
+        QProcess host;
+        host.start(QStringLiteral(EXIT_HOST), {clip(u"with_sound.mp4"_s), QString::number(delay)});
+        QVERIFY(host.waitForFinished());
+        QCOMPARE(host.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(host.exitCode(), 0);
     }
 }
 

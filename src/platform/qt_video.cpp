@@ -51,6 +51,17 @@ void endVideoThread()
     delete ended;
 }
 
+// exit(), called on this thread, destroys what belongs to it before anything static: the video thread is gone
+// while all that it uses is still there.
+void endVideoThreadWithThisThread()
+{
+    struct End
+    {
+        ~End() { endVideoThread(); }
+    };
+    thread_local const End end;
+}
+
 bool hasFFmpegBackend()
 {
     const auto folders = QCoreApplication::libraryPaths();
@@ -154,9 +165,8 @@ std::optional<QImage> readFrame(const QString &path, std::chrono::milliseconds p
 
 void postToVideoThread(std::function<void()> work)
 {
+    endVideoThreadWithThisThread();
     const std::lock_guard lock(videoThreadMutex);
-    if (!QCoreApplication::instance())
-        return;
     if (!videoThread) {
         videoThread = new VideoThread;
         videoThread->thread.setObjectName("ZenvorVideo"_L1);
@@ -201,9 +211,10 @@ Task<std::optional<QImage>> videoFrame(QString path, std::chrono::milliseconds p
 {
     AwaitableCallback<std::optional<QImage>> frame(
         [path, position, longestSide, stop](const std::function<void(std::optional<QImage>)> &done) {
-            postToVideoThread([path, position, longestSide, stop, done] {
+            const auto read = [path, position, longestSide, stop, done] {
                 done(stop.stopRequested() ? std::nullopt : readFrame(path, position, longestSide));
-            });
+            };
+            MainActor::shared()->post([read] { postToVideoThread(read); });
         });
     co_return co_await frame;
 }

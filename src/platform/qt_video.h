@@ -8,8 +8,8 @@ class QVideoFrame;
 
 namespace zenvor {
 
-/// A thread that waits for work that takes an event loop, made by the first and ended with the application
-/// object. What has not begun by then is dropped.
+/// Has \a work done by a thread with an event loop, which is made by the first and ended with the application
+/// object, or the process. What has not begun by then is dropped. Main thread.
 void postToVideoThread(std::function<void()> work);
 
 /// To be called before each QMediaPlayer is made. The first call of a process takes a tenth of a second. Any
