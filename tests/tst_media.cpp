@@ -16,6 +16,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <algorithm>
+
 #include <sys/stat.h>
 
 using namespace zenvor;
@@ -68,6 +70,7 @@ private Q_SLOTS:
     void attaches();
     void leavesOutWhatCannotBeAttached();
     void loadsNoMoreThanAreWanted();
+    void readsOneVideoAfterTheOther();
     void showsVideosUpright_data();
     void showsVideosUpright();
     void survivesWhatIsNoVideo_data();
@@ -157,6 +160,7 @@ void TestMedia::leavesOutWhatCannotBeAttached()
     write(u"empty.mp4"_s, {});
     write(u"photo.jpg"_s, picture("JPEG"));
     QDir(m_folder->path()).mkdir(u"folder.jpg"_s);
+    QVERIFY(QFile::link(path(u"pipe.mp4"_s), path(u"link.mp4"_s)));
     QVERIFY(::mkfifo(path(u"pipe.mp4"_s).toLocal8Bit().constData(), 0600)
             == 0); // which nobody will ever write to
     const QList<QUrl> picked{url(u"notes.txt"_s),
@@ -165,6 +169,7 @@ void TestMedia::leavesOutWhatCannotBeAttached()
                              url(u"gone.jpg"_s),
                              url(u"folder.jpg"_s),
                              url(u"pipe.mp4"_s),
+                             url(u"link.mp4"_s),
                              QUrl(u"http://127.0.0.1:9/photo.jpg"_s),
                              QUrl(u"file://elsewhere"_s + path(u"photo.jpg"_s)),
                              QUrl(),
@@ -172,6 +177,26 @@ void TestMedia::leavesOutWhatCannotBeAttached()
     const auto loaded = await(loadAttachmentsFromPicker(picked, 5));
     QCOMPARE(loaded.size(), 1);
     QCOMPARE(loaded.constFirst().data, picture("JPEG"));
+    const auto &listed = MediaFolder::read(m_folder->path()).entries;
+    QVERIFY(std::none_of(listed.cbegin(), listed.cend(), [](const auto &entry) {
+        return entry.path.endsWith("link.mp4"_L1) || entry.path.endsWith("pipe.mp4"_L1);
+    }));
+    QVERIFY(!await(videoFrame(path(u"link.mp4"_s), {}, 400, {})));
+}
+
+// However many are wanted at once: each takes memory.
+void TestMedia::readsOneVideoAfterTheOther()
+{
+    std::vector<Task<std::optional<QImage>>> frames;
+    for (int i = 0; i < 20; ++i)
+        frames.push_back(videoFrame(clip(u"upright.mp4"_s), std::chrono::milliseconds(100), 400, {}));
+    QTest::qWait(20);
+    int threads = 0;
+    for (auto &frame : frames) {
+        threads = std::max(threads, int(QDir(u"/proc/self/task"_s).entryList(QDir::Dirs).size()));
+        await(std::move(frame));
+    }
+    QVERIFY2(threads < 30, qPrintable(QString::number(threads)));
 }
 
 void TestMedia::loadsNoMoreThanAreWanted()
@@ -287,6 +312,7 @@ void TestMedia::endsWithTheProcess()
 
 void TestMedia::keepsOneFileOfAVideoForTheUserAlone()
 {
+    QTRY_VERIFY(temporaryFiles().isEmpty()); // of the tests before
     const auto data = contentsOf(clip(u"upright.webm"_s));
     auto file = std::make_shared<AttachmentFile>(data, u" Video/WebM "_s);
     QVERIFY(temporaryFiles().isEmpty()); // not before it is needed
@@ -301,7 +327,7 @@ void TestMedia::keepsOneFileOfAVideoForTheUserAlone()
     QCOMPARE(await(file->path(AttachmentFile::Purpose::Preview)), path);
     QCOMPARE(temporaryFiles().size(), 1);
     file.reset();
-    QVERIFY(temporaryFiles().isEmpty());
+    QTRY_VERIFY(temporaryFiles().isEmpty());
 
     file = std::make_shared<AttachmentFile>(data, u"video/3gpp"_s);
     const auto preview = await(file->path(AttachmentFile::Purpose::Preview));

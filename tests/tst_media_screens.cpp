@@ -41,6 +41,9 @@ private Q_SLOTS:
     void sendsWhatWasDrawn_data();
     void sendsWhatWasDrawn();
     void keepsWhatWasNotSaved();
+    void sendsWhatIsStillBeingLoaded();
+    void opensOneScreenForTwoTaps();
+    void givesTheFocusBack();
 
 private:
     void openForm();
@@ -213,6 +216,7 @@ void TestMediaScreens::takesOtherFiles()
 {
     openForm();
     openPicker();
+    tapEntry(u"clip.mp4"_s);
     m_host->tap("mediaPickerOtherFiles"_L1);
     // Qt's own, where the system has none.
     QTRY_VERIFY(find("fileName", u"red.png"_s));
@@ -220,7 +224,7 @@ void TestMediaScreens::takesOtherFiles()
     QTRY_VERIFY(withText(u"Open"_s) && withText(u"Open"_s)->isEnabled());
     click(withText(u"Open"_s));
     QTRY_VERIFY(!m_host->isShown("mediaPicker"_L1));
-    QTRY_COMPARE(m_host->textOf("addMediaButton"_L1), u"Add Media (2/5)"_s);
+    QTRY_COMPARE(m_host->textOf("addMediaButton"_L1), u"Add Media (3/5)"_s); // beside what was chosen here
 }
 
 void TestMediaScreens::saysWhyThereIsNothingToChoose_data()
@@ -427,6 +431,54 @@ void TestMediaScreens::keepsWhatWasNotSaved()
     QCOMPARE(shown.size(), picture.size());
     QCOMPARE(inkIn(shown), 0);
     QVERIFY(m_host->isShown("feedbackSheet"_L1));
+}
+
+void TestMediaScreens::sendsWhatIsStillBeingLoaded()
+{
+    openForm();
+    m_host->tap("messageTextView"_L1);
+    m_host->type(u"words");
+    drop({QUrl::fromLocalFile(path(u"Pictures/red.png"_s)),
+          QUrl::fromLocalFile(path(u"Pictures/clip.mp4"_s))});
+    m_host->tap("sendTopButton"_L1);
+    QTRY_COMPARE(m_host->textOf("alertTitle"_L1), u"Thank You"_s);
+    QCOMPARE(m_service.sandbox().reports().newest().attachments.size(), 3);
+}
+
+void TestMediaScreens::opensOneScreenForTwoTaps()
+{
+    Zenvor::shared().addPendingAttachmentData(contentsOf(clip(u"with_sound.mp4"_s)), u"video/mp4"_s);
+    openForm();
+    auto *form = m_host->find("feedbackSheet"_L1)->property("controller").value<QObject *>();
+    for (const auto *operation : {"editScreenshotTapped", "addMediaTapped", "addMediaTapped"})
+        QMetaObject::invokeMethod(form, operation);
+    QTRY_VERIFY(m_host->isShown("screenshotEditor"_L1));
+    QVERIFY(!m_host->isShown("mediaPicker"_L1));
+    m_host->press(Qt::Key_Escape);
+    QTRY_VERIFY(!m_host->isShown("screenshotEditor"_L1));
+    for (int i = 0; i < 2; ++i)
+        QMetaObject::invokeMethod(form, "previewVideoAttachment", Q_ARG(int, 0));
+#ifdef ZENVOR_WITH_MULTIMEDIA
+    QTRY_VERIFY(m_host->isShown("videoPlayer"_L1));
+    QTest::qWait(300);
+    m_host->press(Qt::Key_Escape);
+    QTRY_VERIFY(!m_host->isShown("videoPlayer"_L1));
+#endif
+}
+
+void TestMediaScreens::givesTheFocusBack()
+{
+    openForm();
+    m_host->find("addMediaButton"_L1)->forceActiveFocus(Qt::TabFocusReason);
+    m_host->press(Qt::Key_Space);
+    QTRY_VERIFY(m_host->isShown("mediaPicker"_L1));
+    QTRY_VERIFY(entry(u"red.png"_s));
+    m_host->press(Qt::Key_Right);
+    const auto *focused = m_host->scene()->activeFocusItem();
+    QVERIFY(!focused->property("isFolder").toBool() && !focused->property("text").toString().isEmpty());
+    m_host->press(Qt::Key_Escape);
+    QTRY_VERIFY(!m_host->isShown("mediaPicker"_L1));
+    QTRY_COMPARE(m_host->scene()->activeFocusItem(), m_host->find("addMediaButton"_L1));
 }
 
 int main(int argc, char **argv)

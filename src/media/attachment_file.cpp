@@ -69,7 +69,8 @@ Task<std::optional<QString>> AttachmentFile::path(Purpose purpose)
 
 Task<std::optional<QString>> AttachmentFile::pathHere(Purpose purpose)
 {
-    if (m_path.isEmpty()) {
+    if (!QFile::exists(m_path)) { // it may have been cleared away
+        m_path.clear();
         const auto prefix = purpose == Purpose::Thumbnail ? thumbnailPrefix : previewPrefix;
         const auto path = temporaryPath(prefix + QUuid::createUuid().toString(QUuid::WithoutBraces) + u'.'
                                         + fileExtension(m_mimeType));

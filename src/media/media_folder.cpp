@@ -31,6 +31,8 @@ MediaFolder MediaFolder::read(const QString &path)
     QDirIterator files(path, QDir::Dirs | QDir::Files | QDir::Readable | QDir::NoDotAndDotDot);
     while (files.hasNext()) {
         const auto file = files.nextFileInfo();
+        if (!file.isDir() && !file.isFile()) // a link to a pipe
+            continue;
         const auto kind = file.isDir() ? MediaKind::Other : mediaKind(file.fileName());
         if (file.isDir() || kind != MediaKind::Other)
             result.entries.append(

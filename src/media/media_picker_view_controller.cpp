@@ -138,10 +138,7 @@ void MediaPickerViewController::entryTapped(int row)
 
 void MediaPickerViewController::doneTapped()
 {
-    QList<QUrl> results;
-    for (const auto &path : m_entries.selected())
-        results.append(QUrl::fromLocalFile(path));
-    finish(std::move(results));
+    filesChosen({});
 }
 
 void MediaPickerViewController::cancelTapped()
@@ -151,7 +148,11 @@ void MediaPickerViewController::cancelTapped()
 
 void MediaPickerViewController::filesChosen(const QList<QUrl> &files)
 {
-    finish(files.first(std::min<qsizetype>(files.size(), m_selectionLimit)));
+    QList<QUrl> results;
+    for (const auto &path : m_entries.selected())
+        results.append(QUrl::fromLocalFile(path));
+    results += files;
+    finish(results.first(std::min<qsizetype>(results.size(), m_selectionLimit)));
 }
 
 void MediaPickerViewController::finish(QList<QUrl> results)

@@ -49,7 +49,7 @@ public:
     Q_INVOKABLE void entryTapped(int row);
     Q_INVOKABLE void doneTapped();
     Q_INVOKABLE void cancelTapped();
-    /// In a dialog of the system.
+    /// In a dialog of the system, beside what is chosen here.
     Q_INVOKABLE void filesChosen(const QList<QUrl> &files);
     Q_INVOKABLE void leave() override { cancelTapped(); }
 

@@ -5,9 +5,11 @@
 #include "platform/video_rotation.h"
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QEventLoop>
 #include <QFile>
+#include <QFileInfo>
 #include <QLibraryInfo>
 #include <QMediaMetaData>
 #include <QMediaPlayer>
@@ -19,6 +21,7 @@
 #include <QVideoFrame>
 #include <QVideoSink>
 
+#include <deque>
 #include <mutex>
 #include <utility>
 
@@ -32,6 +35,8 @@ struct VideoThread
 {
     QThread thread;
     QObject receiver;
+    std::deque<std::function<void()>> work; // under the mutex
+    bool isWorking = false; // the thread's
 };
 
 std::mutex videoThreadMutex;
@@ -46,9 +51,30 @@ void endVideoThread()
     }
     if (!ended)
         return;
+    constexpr std::chrono::seconds patience(2);
+    ended->thread.requestInterruption();
     ended->thread.quit(); // ends the event loop of the frame that is being read, too
-    ended->thread.wait();
-    delete ended;
+    if (ended->thread.wait(QDeadlineTimer(patience))) // or a disk that does not answer keeps it
+        delete ended;
+}
+
+// One after the other: work that runs an event loop is asked for the next from within.
+void workOff(VideoThread *worker)
+{
+    if (std::exchange(worker->isWorking, true))
+        return;
+    for (;;) {
+        std::function<void()> next;
+        {
+            const std::lock_guard lock(videoThreadMutex);
+            if (worker->work.empty() || worker->thread.isInterruptionRequested())
+                break;
+            next = std::move(worker->work.front());
+            worker->work.pop_front();
+        }
+        next();
+    }
+    worker->isWorking = false;
 }
 
 // exit(), called on this thread, destroys what belongs to it before anything static: the video thread is gone
@@ -98,6 +124,9 @@ public:
         return m_frame.isValid() ? uprightImage(m_frame, rotationLeft(m_player)) : QImage();
     }
 
+    /// Whether the video ended before it showed a picture.
+    bool isShorter() const { return m_isShorter && !m_frame.isValid(); }
+
 private:
     void proceed(QMediaPlayer::MediaStatus status)
     {
@@ -109,10 +138,8 @@ private:
                 start();
             break;
         case QMediaPlayer::EndOfMedia:
-            if (std::exchange(m_position, {}).count() > 0)
-                start(); // it is shorter
-            else
-                m_loop.quit();
+            m_isShorter = true;
+            m_loop.quit();
             break;
         case QMediaPlayer::NoMedia:
         case QMediaPlayer::InvalidMedia:
@@ -128,7 +155,8 @@ private:
 
     void start()
     {
-        m_player.setPosition(m_position.count());
+        if (m_position.count() > 0)
+            m_player.setPosition(m_position.count());
         m_player.play();
     }
 
@@ -142,18 +170,28 @@ private:
         m_loop.quit();
     }
 
-    std::chrono::milliseconds m_position;
+    const std::chrono::milliseconds m_position;
     QEventLoop m_loop;
     QVideoSink m_sink;
     QMediaPlayer m_player;
     QVideoFrame m_frame;
     bool m_isStarted = false;
+    bool m_isShorter = false;
 };
 
 std::optional<QImage> readFrame(const QString &path, std::chrono::milliseconds position, int longestSide)
 {
+    if (!QFileInfo(path).isFile()) // a pipe may never end
+        return std::nullopt;
     prepareMediaBackend();
-    const QImage image = FrameReader(path, position).read();
+    QImage image;
+    constexpr int mostAttempts = 4; // the end of a short video may come before its only picture is passed on
+    bool isShorter = true;
+    for (int i = 0; i < mostAttempts && isShorter; ++i) {
+        FrameReader reader(path, i == 0 ? position : std::chrono::milliseconds::zero());
+        image = reader.read();
+        isShorter = reader.isShorter();
+    }
     if (image.isNull())
         return std::nullopt;
     if (image.width() <= longestSide && image.height() <= longestSide)
@@ -174,7 +212,9 @@ void postToVideoThread(std::function<void()> work)
         videoThread->thread.start(QThread::LowPriority);
         qAddPostRoutine(endVideoThread);
     }
-    QMetaObject::invokeMethod(&videoThread->receiver, std::move(work), Qt::QueuedConnection);
+    videoThread->work.push_back(std::move(work));
+    QMetaObject::invokeMethod(
+        &videoThread->receiver, [worker = videoThread] { workOff(worker); }, Qt::QueuedConnection);
 }
 
 void prepareMediaBackend()

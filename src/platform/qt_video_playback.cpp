@@ -1,4 +1,6 @@
+#include "platform/image.h"
 #include "platform/qt_video.h"
+#include "platform/screen.h"
 #include "platform/video.h"
 
 #include <QAudioDevice>
@@ -71,8 +73,9 @@ private:
     void convert()
     {
         m_isConverting = true;
-        postToVideoThread([self = QPointer(this), frame = std::exchange(m_next, {}), rotation = m_rotation] {
-            const QImage image = uprightImage(frame, rotation);
+        postToVideoThread([self = QPointer(this), frame = std::exchange(m_next, {}), rotation = m_rotation,
+                           longestSide = Screen::longestSideInPixels()] {
+            const QImage image = shrunk(uprightImage(frame, rotation), longestSide);
             QMetaObject::invokeMethod(
                 qApp,
                 [self, image] {

@@ -2,6 +2,7 @@
 
 #include "deviceinfo/device_info_provider.h"
 #include "media/attachment_file.h"
+#include "platform/awaitable_callback.h"
 #include "resources/string_table.h"
 #include "ui/alert_view_controller.h"
 #include "ui/form_texts.h"
@@ -140,10 +141,11 @@ void FeedbackViewController::doneTapped()
     Q_EMIT endEditing();
 }
 
-// Not while it sends, and not once it is leaving: its controls may still be reached then.
+// Not while it sends or something lies over it, and not once it is leaving: assistive tools still reach its
+// controls then.
 bool FeedbackViewController::acceptsInput() const
 {
-    return !m_isSending && hostWindow();
+    return !m_isSending && hostWindow() && !isCovered();
 }
 
 void FeedbackViewController::sendTapped()
@@ -177,6 +179,11 @@ Task<std::optional<ReportUploadAttachment>> FeedbackViewController::resolvedScre
 Task<> FeedbackViewController::send(FeedbackReportPayload payload)
 {
     const auto keepAlive = shared_from_this(); // the send outlives the sheet
+    if (m_loads > 0) { // what the user has added goes along
+        AwaitableCallback<bool> loaded(
+            [this](std::function<void(bool)> done) { m_whenLoaded.append(std::move(done)); });
+        co_await loaded;
+    }
     auto attachments = m_attachments.additionalAttachments;
     auto screenshot = co_await resolvedScreenshotUploadPayload();
     if (screenshot)

@@ -11,7 +11,6 @@
 
 namespace zenvor {
 
-class AttachmentFile;
 class MediaCard;
 
 /// The form: what the user has filled in, and the sending of it. For one presentation. All that is typed is
@@ -98,12 +97,13 @@ Q_SIGNALS:
 
 private:
     // The form may go while these wait.
-    static Task<> addMedia(std::weak_ptr<ViewController> form, QList<QUrl> results);
+    static Task<> load(std::weak_ptr<ViewController> form, QList<QUrl> results);
     static Task<> edit(std::weak_ptr<ViewController> form, QPointer<MediaCard> card, QByteArray data);
-    static Task<> preview(std::weak_ptr<ViewController> form, std::shared_ptr<AttachmentFile> file);
+    static Task<> preview(std::weak_ptr<ViewController> form, QPointer<MediaCard> card);
 
     Task<> send(FeedbackReportPayload payload);
     Task<std::optional<ReportUploadAttachment>> resolvedScreenshotUploadPayload();
+    void addMedia(const QList<QUrl> &files);
     void applyPickedAttachments(QList<PickedAttachment> picked);
     void presentEditor(const QImage &image, std::function<void(FeedbackViewController &, QImage)> onSave);
     void replaceAdditionalAttachment(MediaCard *card, const QImage &image);
@@ -126,6 +126,9 @@ private:
     bool m_hasEndlessLine = false;
     bool m_isMessagePlaceholderVisible = true;
     bool m_isSending = false;
+    bool m_isOpening = false; // a player or an editor
+    int m_loads = 0; // of files that are being added
+    QList<std::function<void(bool)>> m_whenLoaded;
 };
 
 } // namespace zenvor

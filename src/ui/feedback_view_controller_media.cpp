@@ -11,6 +11,8 @@
 #include "ui/picture_decoding.h"
 #include "ui/report_sending.h"
 
+#include <utility>
+
 namespace zenvor {
 
 using namespace Qt::StringLiterals;
@@ -20,11 +22,12 @@ void FeedbackViewController::addMediaTapped()
     if (!acceptsInput())
         return;
     Q_EMIT endEditing();
-    if (isCovered() || showsLimitAlert())
+    if (showsLimitAlert())
         return;
     const auto didFinishPicking = [self = weak_from_this()](const QList<QUrl> &results) {
-        if (!results.isEmpty())
-            addMedia(self, results); // detached: it reports what cannot be added
+        const auto form = std::static_pointer_cast<FeedbackViewController>(self.lock());
+        if (form && !results.isEmpty())
+            form->addMedia(results);
     };
     presentOver(std::make_shared<MediaPickerViewController>(
                     FormAttachments::limit - m_attachments.usedCount(), didFinishPicking),
@@ -34,7 +37,7 @@ void FeedbackViewController::addMediaTapped()
 void FeedbackViewController::filesDropped(const QList<QUrl> &files)
 {
     if (acceptsInput() && !files.isEmpty() && !showsLimitAlert())
-        addMedia(weak_from_this(), files); // detached: it reports what cannot be added
+        addMedia(files);
 }
 
 bool FeedbackViewController::showsLimitAlert()
@@ -47,7 +50,13 @@ bool FeedbackViewController::showsLimitAlert()
     return true;
 }
 
-Task<> FeedbackViewController::addMedia(std::weak_ptr<ViewController> form, QList<QUrl> results)
+void FeedbackViewController::addMedia(const QList<QUrl> &files)
+{
+    ++m_loads;
+    load(weak_from_this(), files); // detached: it reports what cannot be added
+}
+
+Task<> FeedbackViewController::load(std::weak_ptr<ViewController> form, QList<QUrl> results)
 {
     QList<PickedAttachment> picked;
     auto loaded = co_await loadAttachmentsFromPicker(std::move(results), FormAttachments::limit);
@@ -64,13 +73,21 @@ Task<> FeedbackViewController::addMedia(std::weak_ptr<ViewController> form, QLis
         if (image)
             break;
     }
-    if (const auto self = std::static_pointer_cast<FeedbackViewController>(form.lock()))
-        self->applyPickedAttachments(std::move(picked));
+    const auto self = std::static_pointer_cast<FeedbackViewController>(form.lock());
+    if (!self)
+        co_return;
+    self->applyPickedAttachments(std::move(picked));
+    if (--self->m_loads == 0) {
+        for (const auto &loaded : std::exchange(self->m_whenLoaded, {}))
+            loaded(true);
+    }
 }
 
 void FeedbackViewController::applyPickedAttachments(QList<PickedAttachment> picked)
 {
     if (picked.isEmpty()) {
+        if (m_isSending) // what it says next counts
+            return;
         showAlert(
             localizedString("zenvor_unsupported_file_title"_ba, u"Unsupported File"_s),
             localizedString("zenvor_unsupported_file_message"_ba, u"Please select image or video files."_s));
@@ -84,17 +101,20 @@ void FeedbackViewController::applyPickedAttachments(QList<PickedAttachment> pick
 
 void FeedbackViewController::previewVideoAttachment(int index)
 {
-    const auto *card = acceptsInput() ? m_mediaCards.value(index) : nullptr;
-    if (card && card->isVideo())
-        preview(weak_from_this(), card->file()); // detached: it says what cannot be shown
+    auto *card = acceptsInput() ? m_mediaCards.value(index) : nullptr;
+    if (card && card->isVideo() && !std::exchange(m_isOpening, true))
+        preview(weak_from_this(), card); // detached: it says what cannot be shown
 }
 
-Task<> FeedbackViewController::preview(std::weak_ptr<ViewController> form,
-                                       std::shared_ptr<AttachmentFile> file)
+Task<> FeedbackViewController::preview(std::weak_ptr<ViewController> form, QPointer<MediaCard> card)
 {
+    auto file = card->file();
     const auto path = co_await file->path(AttachmentFile::Purpose::Preview);
     const auto self = std::static_pointer_cast<FeedbackViewController>(form.lock());
-    if (!self || !self->acceptsInput() || self->isCovered())
+    if (!self)
+        co_return;
+    self->m_isOpening = false;
+    if (!card || !self->acceptsInput())
         co_return;
     auto playback = path ? VideoPlayback::open(*path) : nullptr;
     if (!playback) {
@@ -123,7 +143,8 @@ void FeedbackViewController::editScreenshotTapped()
 void FeedbackViewController::editAdditionalScreenshot(int index)
 {
     auto *card = acceptsInput() ? m_mediaCards.value(index) : nullptr;
-    if (card && !card->isVideo()) // detached: a picture that cannot be decoded is not edited
+    if (card && !card->isVideo()
+        && !std::exchange(m_isOpening, true)) // detached: a picture that cannot be decoded is not edited
         edit(weak_from_this(), card, m_attachments.additionalAttachments.at(index).data);
 }
 
@@ -132,7 +153,10 @@ Task<> FeedbackViewController::edit(std::weak_ptr<ViewController> form, QPointer
 {
     const auto image = co_await decodedScreenshot(std::move(data));
     const auto self = std::static_pointer_cast<FeedbackViewController>(form.lock());
-    if (!self || !image || !card || !self->acceptsInput())
+    if (!self)
+        co_return;
+    self->m_isOpening = false;
+    if (!image || !card || !self->acceptsInput())
         co_return;
     self->presentEditor(*image, [card](FeedbackViewController &editing, const QImage &edited) {
         if (card)
@@ -143,8 +167,6 @@ Task<> FeedbackViewController::edit(std::weak_ptr<ViewController> form, QPointer
 void FeedbackViewController::presentEditor(const QImage &image,
                                            std::function<void(FeedbackViewController &, QImage)> onSave)
 {
-    if (isCovered()) // by what was opened while the picture was decoded
-        return;
     Q_EMIT endEditing();
     const auto saved = [form = weak_from_this(), onSave = std::move(onSave)](QImage edited) {
         if (const auto self = std::static_pointer_cast<FeedbackViewController>(form.lock()))

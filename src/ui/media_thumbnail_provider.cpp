@@ -2,6 +2,7 @@
 
 #include "media/media_list_model.h"
 #include "media/media_types.h"
+#include "platform/executor.h"
 #include "platform/image.h"
 #include "platform/regular_file.h"
 #include "platform/video.h"
@@ -80,7 +81,10 @@ QQuickImageResponse *MediaThumbnailProvider::requestImageResponse(const QString 
     const int longestSide = std::max({requestedSize.width(), requestedSize.height(), 1});
     auto *response = new ThumbnailResponse(path, longestSide);
     if (mediaKind(path) == MediaKind::Video)
-        ThumbnailResponse::decodeVideo(response); // detached: it ends with the response
+        MainActor::shared()->post([guard = QPointer(response)] {
+            if (guard)
+                ThumbnailResponse::decodeVideo(guard); // detached: it ends with the response
+        });
     else
         m_threads.start([response] { response->decodePicture(); });
     return response;

@@ -264,6 +264,10 @@
         <translation>ملفات أخرى…</translation>
     </message>
     <message>
+        <source>zenvor_all_files</source>
+        <translation>كل الملفات</translation>
+    </message>
+    <message>
         <source>zenvor_folder_empty</source>
         <translation>لا توجد صور أو فيديوهات هنا.</translation>
     </message>

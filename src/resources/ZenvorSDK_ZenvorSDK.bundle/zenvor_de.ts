@@ -264,6 +264,10 @@
         <translation>Andere Dateien …</translation>
     </message>
     <message>
+        <source>zenvor_all_files</source>
+        <translation>Alle Dateien</translation>
+    </message>
+    <message>
         <source>zenvor_folder_empty</source>
         <translation>Hier sind keine Bilder oder Videos.</translation>
     </message>

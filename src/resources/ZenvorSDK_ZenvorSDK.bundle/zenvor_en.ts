@@ -273,6 +273,10 @@
         <translation>Other files…</translation>
     </message>
     <message>
+        <source>zenvor_all_files</source>
+        <translation>All files</translation>
+    </message>
+    <message>
         <source>zenvor_folder_empty</source>
         <translation>No pictures or videos here.</translation>
     </message>

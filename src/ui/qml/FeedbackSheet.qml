@@ -12,14 +12,24 @@ Screen {
     Accessible.name: root.controller.sheetTitle
     onLeaveRequested: {
         // First what has the keyboard lets go of it.
-        const field = root.Window.activeFocusItem
-        if (field instanceof TextInput || field instanceof TextEdit)
+        if (root.isFieldFocused())
             root.controller.doneTapped()
         else
             root.controller.leave()
     }
 
-    Component.onCompleted: root.controller.endEditing.connect(rest.forceActiveFocus)
+    readonly property bool isSending: root.controller.isSending
+    onIsSendingChanged: if (isSending) rest.forceActiveFocus()
+    Component.onCompleted: root.controller.endEditing.connect(root.leaveField)
+
+    function isFieldFocused(): bool {
+        const item = root.Window.activeFocusItem
+        return item instanceof TextInput || item instanceof TextEdit
+    }
+    function leaveField() {
+        if (root.isFieldFocused())
+            rest.forceActiveFocus()
+    }
 
     Item {
         id: rest // has the keyboard when no control has it, as while it sends: what it is called then is read out

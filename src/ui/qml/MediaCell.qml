@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick as Q
 import Zenvor.Resources
 import Zenvor.Screens
 
@@ -15,6 +16,9 @@ Tappable {
     required property bool isChoosable
 
     readonly property bool isChosen: selection > 0
+    // What is asked of the decoder, in pixels: more than the width, for the picture is cropped, and not a new size for each
+    // step of a window that is resized.
+    readonly property real pictureSize: Math.ceil(width * 1.5 * Q.Screen.devicePixelRatio / 64) * 64
 
     objectName: isFolder ? "mediaPickerFolder" : "mediaPickerItem"
     text: name
@@ -26,16 +30,16 @@ Tappable {
     Accessible.description: isVideo ? Texts.text("zenvor_video_a11y", "Video") : ""
     Accessible.onToggleAction: press()
 
-    background: Rectangle {
+    Rectangle {
+        anchors { fill: parent; margins: MediaTheme.cellGap / 2 }
         color: SheetTheme.mediaPreviewBackground
     }
-
     Image {
         id: picture
         readonly property bool isShown: status === Image.Ready && implicitWidth > 0 // else it could not be decoded
-        anchors.fill: parent
-        source: root.thumbnail
-        sourceSize { width: root.width * 1.5; height: root.height * 1.5 } // it is cropped
+        anchors { fill: parent; margins: MediaTheme.cellGap / 2 }
+        source: root.width > 0 ? root.thumbnail : ""
+        sourceSize { width: root.pictureSize; height: root.pictureSize }
         fillMode: Image.PreserveAspectCrop
         opacity: root.enabled ? 1 : MediaTheme.disabledOpacity
         Accessible.ignored: true
@@ -95,7 +99,7 @@ Tappable {
         }
     }
     Rectangle {
-        anchors.fill: parent
+        anchors { fill: parent; margins: MediaTheme.cellGap / 2 }
         visible: root.isCurrent || root.isChosen
         color: "transparent"
         border { width: 3; color: root.isCurrent ? SheetTheme.primaryText : MediaTheme.chosen }

@@ -79,6 +79,11 @@ Screen {
         flickableDirection: Flickable.HorizontalFlick
         boundsBehavior: Flickable.StopAtBounds
 
+        function reveal(item: Item) {
+            const x = item.mapToItem(contentItem, 0, 0).x - MediaTheme.margin
+            contentX = Math.max(Math.min(contentX, x), x + item.width + 2 * MediaTheme.margin - width)
+        }
+
         GrabKeeper { flickable: places }
 
         Row {
@@ -91,7 +96,12 @@ Screen {
                 text: Texts.text("zenvor_folder_up", "Up")
                 enabled: root.controller.canGoUp
                 opacity: enabled ? 1 : MediaTheme.disabledOpacity
-                onClicked: root.controller.goUp()
+                onActiveFocusChanged: if (activeFocus) places.reveal(this)
+                onClicked: {
+                    root.controller.goUp()
+                    if (!root.controller.canGoUp) // this one is not to be used any more
+                        grid.forceActiveFocus(Qt.TabFocusReason)
+                }
             }
             Repeater {
                 model: root.controller.places
@@ -102,6 +112,7 @@ Screen {
                     objectName: "mediaPickerPlace"
                     text: modelData.title
                     isCurrent: modelData.path === root.controller.folder
+                    onActiveFocusChanged: if (activeFocus) places.reveal(this)
                     onClicked: root.controller.open(modelData.path)
                 }
             }
@@ -109,6 +120,7 @@ Screen {
                 id: other
                 objectName: "mediaPickerOtherFiles"
                 text: Texts.text("zenvor_other_files", "Other files…")
+                onActiveFocusChanged: if (activeFocus) places.reveal(this)
                 onClicked: {
                     otherFiles.active = false
                     otherFiles.active = true
@@ -139,49 +151,30 @@ Screen {
         highlightMoveDuration: 0
         model: root.controller.entries
         onCountChanged: currentIndex = count > 0 ? 0 : -1
-        Keys.onSpacePressed: event => root.tapCurrent(event)
-        Keys.onReturnPressed: event => root.tapCurrent(event)
-        Keys.onEnterPressed: event => root.tapCurrent(event)
         Accessible.role: Accessible.List
         Accessible.name: root.controller.folderName
 
         GrabKeeper { flickable: grid }
 
-        delegate: Item {
-            id: place
-
+        delegate: MediaCell {
             required property int index
-            required property string name
-            required property bool isFolder
-            required property bool isVideo
-            required property string thumbnail
-            required property int selection
 
             width: grid.cellWidth
             height: grid.cellHeight
-
-            MediaCell {
-                anchors { fill: parent; margins: MediaTheme.cellGap / 2 }
-                name: place.name
-                isFolder: place.isFolder
-                isVideo: place.isVideo
-                thumbnail: place.thumbnail
-                selection: place.selection
-                isCurrent: grid.visualFocus && place.GridView.isCurrentItem
-                isChoosable: !root.controller.isFull
-                onClicked: {
-                    grid.currentIndex = place.index
-                    grid.visualFocus = false
-                    root.controller.entryTapped(place.index)
-                }
+            isCurrent: grid.isByKey && GridView.isCurrentItem && activeFocus
+            isChoosable: !root.controller.isFull
+            onClicked: {
+                grid.currentIndex = index
+                root.controller.entryTapped(index)
             }
+            onPressed: grid.isByKey = false
         }
 
         // Where the keyboard is shows once it is used.
-        property bool visualFocus: false
-        onActiveFocusChanged: if (!activeFocus) visualFocus = false
+        property bool isByKey: false
+        onActiveFocusChanged: if (!activeFocus) isByKey = false
         Keys.onPressed: event => {
-            visualFocus = true
+            isByKey = true
             event.accepted = false
         }
     }
@@ -206,10 +199,5 @@ Screen {
     Connections {
         target: otherFiles.item
         function onFilesChosen(files: var) { root.controller.filesChosen(files) }
-    }
-
-    function tapCurrent(event: var) {
-        if (!event.isAutoRepeat)
-            root.controller.entryTapped(grid.currentIndex)
     }
 }

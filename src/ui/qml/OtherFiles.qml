@@ -16,8 +16,13 @@ FileDialog {
         const folders = [...StandardPaths.standardLocations(StandardPaths.PicturesLocation)]
         return folders[folders.length - 1]
     }
-    nameFilters: [Texts.text("zenvor_picker_a11y", "Photos and videos")
-        + " (*.png *.jpg *.jpeg *.webp *.heic *.heif *.gif *.bmp *.tif *.tiff *.mp4 *.m4v *.mov *.webm *.mkv *.avi *.3gp)"]
+    nameFilters: {
+        const patterns = "*.png *.jpg *.jpeg *.webp *.heic *.heif *.gif *.bmp *.tif *.tiff *.mp4 *.m4v *.mov *.webm *.mkv *.avi *.3gp"
+        const media = Texts.text("zenvor_picker_a11y", "Photos and videos")
+        const all = Texts.text("zenvor_all_files", "All files")
+        return [media + " (" + patterns + " " + patterns.toUpperCase() + ")", all + " (*)"] // cameras write capitals
+    }
     Component.onCompleted: open()
+    Component.onDestruction: close()
     onAccepted: root.filesChosen(root.selectedFiles)
 }

@@ -149,7 +149,9 @@ Rectangle {
                     onRemoveRequested: byKey => {
                         const neighbour = Math.min(index, cards.count - 2)
                         root.controller.removeAdditionalAttachment(index)
-                        if (byKey && neighbour >= 0)
+                        if (byKey && neighbour < 0)
+                            addMedia.forceActiveFocus(Qt.TabFocusReason)
+                        else if (byKey)
                             (cards.itemAt(neighbour) as AdditionalMediaCard).takeFocus()
                     }
                 }
