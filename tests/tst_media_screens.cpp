@@ -330,6 +330,11 @@ void TestMediaScreens::playsAVideo()
     QTest::mouseClick(m_host->scene(), Qt::LeftButton, {},
                       m_host->rectOf("videoPlayerSlider"_L1).center().toPoint());
     QTRY_VERIFY(qAbs(player->property("position").toInt() - 1'000) < 150);
+    QMetaObject::invokeMethod(player, "seek", Q_ARG(int, 0)); // before there is green in the middle
+    QTRY_VERIFY(player->property("picture").value<QImage>().pixelColor(48, 32).green() < 90);
+    QVERIFY(!player->property("isPlaying").toBool());
+    QTest::qWait(200); // it stands still
+    QVERIFY(player->property("position").toInt() < 200);
     QCOMPARE(temporaryFiles(), files); // the same one
     m_host->press(Qt::Key_Escape);
     QTRY_VERIFY(!m_host->isShown("videoPlayer"_L1));
@@ -478,6 +483,19 @@ void TestMediaScreens::givesTheFocusBack()
     QVERIFY(!focused->property("isFolder").toBool() && !focused->property("text").toString().isEmpty());
     m_host->press(Qt::Key_Escape);
     QTRY_VERIFY(!m_host->isShown("mediaPicker"_L1));
+    QTRY_COMPARE(m_host->scene()->activeFocusItem(), m_host->find("addMediaButton"_L1));
+
+    drop({QUrl::fromLocalFile(path(u"Pictures/red.png"_s))});
+    QTRY_VERIFY(m_host->isShown("mediaCardRemoveButton"_L1));
+    auto *remove = m_host->find("mediaCardRemoveButton"_L1);
+    remove->forceActiveFocus(Qt::TabFocusReason);
+    drop({QUrl::fromLocalFile(path(u"Pictures/more/blue.png"_s))});
+    QTRY_COMPARE(m_host->textOf("addMediaButton"_L1), u"Add Media (3/5)"_s);
+    QCOMPARE(m_host->scene()->activeFocusItem(), remove); // the strip did not take it away
+    m_host->press(Qt::Key_Space);
+    QTRY_COMPARE(m_host->textOf("addMediaButton"_L1), u"Add Media (2/5)"_s);
+    QCOMPARE(m_host->scene()->activeFocusItem()->objectName(), u"mediaCardRemoveButton"_s);
+    m_host->press(Qt::Key_Space);
     QTRY_COMPARE(m_host->scene()->activeFocusItem(), m_host->find("addMediaButton"_L1));
 }
 

@@ -41,13 +41,25 @@ public:
         m_player.setSource(QUrl::fromLocalFile(path));
     }
 
-    void play() override { m_player.play(); }
+    void play() override
+    {
+        setStepping(false);
+        m_player.play();
+    }
     void pause() override { m_player.pause(); }
     void seek(qint64 position) override
     {
+        const bool wasPlaying = isPlaying();
         m_player.setPosition(std::clamp<qint64>(position, 0, m_player.duration()));
+        if (wasPlaying)
+            return;
+        setStepping(true); // up to the next picture: a player that stands still shows none
+        m_player.play();
     }
-    bool isPlaying() const override { return m_player.playbackState() == QMediaPlayer::PlayingState; }
+    bool isPlaying() const override
+    {
+        return m_player.playbackState() == QMediaPlayer::PlayingState && !m_isStepping;
+    }
     qint64 position() const override { return m_player.position(); }
     qint64 duration() const override { return m_player.duration(); }
 
@@ -65,9 +77,20 @@ private:
     {
         if (!frame.isValid()) // at the end: the last picture stays
             return;
+        if (m_isStepping) {
+            m_player.pause();
+            setStepping(false);
+        }
         m_next = frame;
         if (!m_isConverting)
             convert();
+    }
+
+    void setStepping(bool isStepping)
+    {
+        m_isStepping = isStepping;
+        if (m_sound)
+            m_sound->setMuted(isStepping);
     }
 
     void convert()
@@ -101,6 +124,7 @@ private:
     QVideoFrame m_next;
     int m_rotation = 0;
     bool m_isConverting = false;
+    bool m_isStepping = false;
 };
 
 } // namespace

@@ -106,14 +106,6 @@ QVariant FeedbackViewController::screenshot() const
     return m_attachments.currentScreenshot ? QVariant(*m_attachments.currentScreenshot) : QVariant();
 }
 
-QVariantList FeedbackViewController::mediaCards() const
-{
-    QVariantList cards;
-    for (auto *card : m_mediaCards)
-        cards.append(QVariant::fromValue(card));
-    return cards;
-}
-
 void FeedbackViewController::textViewDidBeginEditing()
 {
     m_isMessagePlaceholderVisible = false;

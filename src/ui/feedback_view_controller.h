@@ -5,6 +5,7 @@
 #include "platform/view_controller.h"
 #include "ui/form_attachments.h"
 #include "ui/keyboard_avoidance.h"
+#include "ui/media_card_model.h"
 
 #include <QStringList>
 #include <QUrl>
@@ -32,7 +33,7 @@ class FeedbackViewController : public ViewController
     Q_PROPERTY(bool isSending READ isSending NOTIFY changed)
     Q_PROPERTY(QVariant screenshot READ screenshot NOTIFY attachmentsChanged)
     Q_PROPERTY(QString helperText READ helperText NOTIFY attachmentsChanged)
-    Q_PROPERTY(QVariantList mediaCards READ mediaCards NOTIFY attachmentsChanged)
+    Q_PROPERTY(QAbstractItemModel *mediaCards READ mediaCards CONSTANT)
     Q_PROPERTY(zenvor::KeyboardAvoidance *keyboard READ keyboard CONSTANT)
     Q_PROPERTY(QString addMediaTitle READ addMediaTitle NOTIFY attachmentsChanged)
 
@@ -64,7 +65,7 @@ public:
     QVariant screenshot() const;
     QString helperText() const { return m_attachments.helperText(); }
     /// A MediaCard for each additional attachment.
-    QVariantList mediaCards() const;
+    QAbstractItemModel *mediaCards() { return &m_mediaCards; }
     QString addMediaTitle() const { return m_attachments.addMediaTitle(); }
 
     KeyboardAvoidance *keyboard() { return &m_keyboard; }
@@ -121,7 +122,7 @@ private:
     const std::function<void()> m_onDismiss;
     FeedbackDraft m_draft;
     FormAttachments m_attachments;
-    QList<MediaCard *> m_mediaCards; // children of this object
+    MediaCardModel m_mediaCards; // of children of this object
     KeyboardAvoidance m_keyboard;
     bool m_hasEndlessLine = false;
     bool m_isMessagePlaceholderVisible = true;

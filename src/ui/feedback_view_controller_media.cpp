@@ -78,8 +78,8 @@ Task<> FeedbackViewController::load(std::weak_ptr<ViewController> form, QList<QU
         co_return;
     self->applyPickedAttachments(std::move(picked));
     if (--self->m_loads == 0) {
-        for (const auto &loaded : std::exchange(self->m_whenLoaded, {}))
-            loaded(true);
+        for (const auto &goOn : std::exchange(self->m_whenLoaded, {}))
+            goOn(true);
     }
 }
 
@@ -94,14 +94,14 @@ void FeedbackViewController::applyPickedAttachments(QList<PickedAttachment> pick
         return;
     }
     m_attachments.applyPickedAttachments(std::move(picked));
-    for (auto i = m_mediaCards.size(); i < m_attachments.additionalAttachments.size(); ++i)
+    for (qsizetype i = m_mediaCards.rowCount(); i < m_attachments.additionalAttachments.size(); ++i)
         m_mediaCards.append(new MediaCard(m_attachments.additionalAttachments.at(i), this));
     Q_EMIT attachmentsChanged();
 }
 
 void FeedbackViewController::previewVideoAttachment(int index)
 {
-    auto *card = acceptsInput() ? m_mediaCards.value(index) : nullptr;
+    auto *card = acceptsInput() ? m_mediaCards.cards().value(index) : nullptr;
     if (card && card->isVideo() && !std::exchange(m_isOpening, true))
         preview(weak_from_this(), card); // detached: it says what cannot be shown
 }
@@ -142,7 +142,7 @@ void FeedbackViewController::editScreenshotTapped()
 
 void FeedbackViewController::editAdditionalScreenshot(int index)
 {
-    auto *card = acceptsInput() ? m_mediaCards.value(index) : nullptr;
+    auto *card = acceptsInput() ? m_mediaCards.cards().value(index) : nullptr;
     if (card && !card->isVideo()
         && !std::exchange(m_isOpening, true)) // detached: a picture that cannot be decoded is not edited
         edit(weak_from_this(), card, m_attachments.additionalAttachments.at(index).data);
@@ -179,14 +179,14 @@ void FeedbackViewController::presentEditor(const QImage &image,
 // Encoded at once: a report that is sent next must not go without what was painted over.
 void FeedbackViewController::replaceAdditionalAttachment(MediaCard *card, const QImage &image)
 {
-    const auto index = m_mediaCards.indexOf(card);
+    const auto index = m_mediaCards.cards().indexOf(card);
     auto jpeg = encodeJpeg(image, screenshotQuality);
     if (index < 0 || !jpeg)
         return;
     auto &attachment = m_attachments.additionalAttachments[index];
     attachment = {std::move(*jpeg), u"image/jpeg"_s, u"screenshot"_s};
-    m_mediaCards[index] = new MediaCard(attachment, this);
-    card->deleteLater(); // its view goes first
+    m_mediaCards.replace(index, new MediaCard(attachment, this))
+        ->deleteLater(); // its view lets go of it first
     Q_EMIT attachmentsChanged();
 }
 
@@ -206,10 +206,10 @@ void FeedbackViewController::removeScreenshotTapped()
 
 void FeedbackViewController::removeAdditionalAttachment(int index)
 {
-    if (!acceptsInput() || index < 0 || index >= m_mediaCards.size())
+    if (!acceptsInput() || index < 0 || index >= m_mediaCards.rowCount())
         return;
     m_attachments.removeAdditionalAttachment(index);
-    m_mediaCards.takeAt(index)->deleteLater(); // its view goes first
+    m_mediaCards.take(index)->deleteLater(); // its view goes first
     Q_EMIT attachmentsChanged();
 }
 

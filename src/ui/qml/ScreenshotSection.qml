@@ -132,16 +132,14 @@ Rectangle {
                 model: root.controller.mediaCards
 
                 AdditionalMediaCard {
-                    id: card
+                    id: place
 
                     required property int index
-                    required property MediaCard modelData
 
-                    card: modelData
                     isSending: root.controller.isSending
-                    onFocusReceived: strip.reveal(card)
+                    onFocusReceived: strip.reveal(place)
                     onActionRequested: {
-                        if (modelData.isVideo)
+                        if (place.card.isVideo)
                             root.controller.previewVideoAttachment(index)
                         else
                             root.controller.editAdditionalScreenshot(index)

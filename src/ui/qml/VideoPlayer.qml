@@ -13,6 +13,10 @@ Screen {
     onLeaveRequested: root.controller.leave()
     Component.onCompleted: playPause.forceActiveFocus(Qt.PopupFocusReason)
 
+    // Nobody watches a window that is hidden.
+    readonly property bool isSeen: root.Window.visibility !== Window.Hidden && root.Window.visibility !== Window.Minimized
+    onIsSeenChanged: if (!isSeen && root.controller.isPlaying) root.controller.playPauseTapped()
+
     function minutes(ms: real): string {
         const seconds = Math.floor(ms / 1000)
         const rest = seconds % 60
