@@ -132,14 +132,14 @@ Rectangle {
                 model: root.controller.mediaCards
 
                 AdditionalMediaCard {
-                    id: place
+                    id: entry
 
                     required property int index
 
                     isSending: root.controller.isSending
-                    onFocusReceived: strip.reveal(place)
+                    onFocusReceived: strip.reveal(entry)
                     onActionRequested: {
-                        if (place.card.isVideo)
+                        if (entry.card.isVideo)
                             root.controller.previewVideoAttachment(index)
                         else
                             root.controller.editAdditionalScreenshot(index)
