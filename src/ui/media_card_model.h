@@ -6,8 +6,8 @@ namespace zenvor {
 
 class MediaCard;
 
-/// The cards of the strip, in their order. Those that stay keep their views, and what has the keyboard in them.
-/// Main thread.
+/// The cards of the strip, in their order. Those that stay keep their views, and what has the keyboard in
+/// them. Main thread.
 class MediaCardModel : public QAbstractListModel
 {
     Q_OBJECT
