@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/window.h"
+
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QTest>
@@ -92,6 +94,7 @@ public:
     /// Opens the dialog by the public operation, and waits until it stands.
     void openDialog()
     {
+        QTRY_VERIFY(keyWindow()); // a window manager takes its time to give the focus back
         Zenvor::shared().present();
         QTRY_VERIFY(isShown("categoryDialog"_L1));
         QTRY_COMPARE(find("categoryDialog"_L1)->parentItem()->opacity(), 1.0);
