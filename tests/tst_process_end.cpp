@@ -1,5 +1,6 @@
 #include "client/report_client.h"
 #include "pingqueue/device_ping_queue.h"
+#include "platform/awaitable_callback.h"
 #include "platform/process_session.h"
 #include "support/await.h"
 #include "support/certificate.h"
@@ -15,6 +16,7 @@
 #include <QSocketNotifier>
 #include <QTest>
 
+#include <atomic>
 #include <cstdio>
 
 using namespace zenvor;
@@ -50,6 +52,8 @@ private Q_SLOTS:
     void endsAtEachStep();
     void endsAtAnyMoment_data();
     void endsAtAnyMoment();
+    void startsNothingAtTheEnd();
+    void waitsForWorkOnTheThreadPool();
 
 private:
     void startHost(const QString &work, TestService &service);
@@ -185,7 +189,56 @@ void TestProcessEnd::endsAtAnyMoment()
     }
 }
 
+void TestProcessEnd::startsNothingAtTheEnd()
+{
+    startHost(u"late"_s, m_plain);
+    QCOMPARE(end(u"exit"_s, m_plain), QString());
+    QCOMPARE(m_plain.requests().size(), 0);
+}
+
+void TestProcessEnd::waitsForWorkOnTheThreadPool()
+{
+    startHost(u"work"_s, m_plain);
+    QCOMPARE(end(u"exit"_s, m_plain), QString());
+}
+
 namespace {
+
+std::atomic<bool> areStaticObjectsThere = true;
+
+struct StaticObject
+{
+    ~StaticObject()
+    {
+        areStaticObjectsThere = false;
+        QTest::qSleep(500); // there may be many
+    }
+};
+
+Task<> useStaticObjectsSlowly()
+{
+    QTest::qSleep(300);
+    if (!areStaticObjectsThere)
+        std::_Exit(9);
+    co_return;
+}
+
+// Stands for a pool thread that gets to its request when the process is already ending.
+struct LateRequest
+{
+    QUrl url;
+    HttpSession *session = nullptr;
+
+    ~LateRequest()
+    {
+        if (!session)
+            return;
+        HttpRequest request;
+        request.url = url;
+        session->start(std::move(request), {}, [](const HttpSession::Result &) {});
+        QTest::qSleep(300);
+    }
+};
 
 // Ends as the line says that comes on the standard input.
 int runHost(int argc, char **argv)
@@ -193,6 +246,9 @@ int runHost(int argc, char **argv)
     QCoreApplication application(argc, argv);
     const auto arguments = QCoreApplication::arguments();
     setReportServiceUrl(QUrl(arguments.at(3)));
+    static const StaticObject staticObject;
+    // Goes after what is made after it, the end of the session.
+    thread_local LateRequest late{QUrl(arguments.at(3) + "/v1/sdk/late"_L1)};
     auto &session = processSession<test::TestedSession>();
     const ReportClient client({TestService::token(), false}, session);
     static auto *queue = new DevicePingQueue(UserDefaults(arguments.at(4))); // outlives its calls
@@ -209,6 +265,10 @@ int runHost(int argc, char **argv)
     // Detached, as the library itself does it.
     if (arguments.at(2) == "flush"_L1)
         queue->flush(client, pings);
+    else if (arguments.at(2) == "late"_L1)
+        late.session = &session;
+    else if (arguments.at(2) == "work"_L1)
+        runOn(makeBackgroundExecutor(), useStaticObjectsSlowly);
     else
         client.submit(test::report(), {screenshot, video});
     std::puts("started");

@@ -2,12 +2,12 @@
 
 #include "platform/clock.h"
 #include "platform/curl_transfer.h"
+#include "platform/openssl_exit.h"
 
 #include <QFile>
 
 #include <algorithm>
 #include <atomic>
-#include <cstdint>
 #include <optional>
 #include <system_error>
 #include <utility>
@@ -36,16 +36,13 @@ void blockSignals()
 #endif
 }
 
-// OpenSSL tears itself down in an exit handler of its own, even while another thread is still starting it
-// up. What is never torn down does no harm to a process that ends. It is libcurl that may be built on it: it
-// is not linked here, and one that the host has started already keeps its handler, which runs after ours.
-void keepOpenSslToTheEnd()
+// What libcurl may be built on.
+QFunctionPointer openSslInitialize()
 {
 #ifdef Q_OS_UNIX
-    using Initialize = int (*)(std::uint64_t options, const void *settings);
-    constexpr std::uint64_t noExitHandler = 0x80000;
-    if (const auto initialize = reinterpret_cast<Initialize>(dlsym(RTLD_DEFAULT, "OPENSSL_init_crypto")))
-        initialize(noExitHandler, nullptr);
+    return reinterpret_cast<QFunctionPointer>(dlsym(RTLD_DEFAULT, "OPENSSL_init_crypto"));
+#else
+    return nullptr;
 #endif
 }
 
@@ -186,7 +183,6 @@ bool CurlHttpSession::startThread()
 {
     if (m_thread.joinable())
         return true;
-    endWithProcess();
     try {
         m_thread = std::thread([this] { run(); });
     } catch (const std::system_error &) { // the system has no more threads to give
@@ -220,7 +216,7 @@ void CurlHttpSession::end()
 void CurlHttpSession::run()
 {
     blockSignals();
-    keepOpenSslToTheEnd();
+    keepOpenSslToTheEnd(openSslInitialize());
     // On this thread: OpenSSL leaves state of the thread that first uses it, and pool threads come and go.
     curl_global_init(CURL_GLOBAL_DEFAULT);
     endWithProcess();

@@ -1,5 +1,6 @@
 #include "platform/executor.h"
 
+#include "platform/process_end.h"
 #include "platform/thread_sanitizer.h"
 
 #include <QCoreApplication>
@@ -127,6 +128,8 @@ void Actor::post(std::function<void()> job)
     auto *pool = QThreadPool::globalInstance();
     if (!pool) // gone with the application object
         return;
+    if (MainActor::isCurrentThread())
+        BackgroundWork::endWithThisThread();
     {
         const std::lock_guard lock(m_mutex);
         m_jobs.push_back(std::move(job));
@@ -142,10 +145,11 @@ void Actor::drain()
 {
     const CurrentExecutor current(this);
     for (;;) {
+        const BackgroundWork work;
         std::function<void()> job;
         {
             const std::lock_guard lock(m_mutex);
-            if (m_jobs.empty()) {
+            if (m_jobs.empty() || !work) {
                 m_isDraining = false;
                 return;
             }

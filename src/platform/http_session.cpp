@@ -1,6 +1,7 @@
 #include "platform/http_session.h"
 
 #include "platform/awaitable_callback.h"
+#include "platform/process_end.h"
 #include "platform/process_session.h"
 
 #ifdef ZENVOR_HTTP_QT
@@ -37,25 +38,25 @@ bool isLocalContent(const QUrl &url)
     return url.scheme() == "file"_L1 || url.scheme() == "data"_L1;
 }
 
-// The sessions with a thread that runs.
-struct RunningSessions
+// The sessions to end with the process, with a thread or without: a pool thread may start one at that moment.
+struct EndingSessions
 {
     std::mutex mutex;
     std::vector<HttpSession *> sessions;
 };
 
-RunningSessions &runningSessions()
+EndingSessions &endingSessions()
 {
-    static auto *running = new RunningSessions; // never destroyed: used at the end of the process
-    return *running;
+    static auto *ending = new EndingSessions; // never destroyed: used at the end of the process
+    return *ending;
 }
 
-void endRunningSessions()
+void endSessions()
 {
     std::vector<HttpSession *> sessions;
     {
-        const std::lock_guard lock(runningSessions().mutex);
-        sessions = runningSessions().sessions;
+        const std::lock_guard lock(endingSessions().mutex);
+        sessions = endingSessions().sessions;
     }
     for (auto *session : sessions)
         session->end();
@@ -65,19 +66,19 @@ void endRunningSessions()
 
 HttpSession::~HttpSession()
 {
-    auto &running = runningSessions();
-    const std::lock_guard lock(running.mutex);
-    running.sessions.erase(std::remove(running.sessions.begin(), running.sessions.end(), this),
-                           running.sessions.end());
+    auto &ending = endingSessions();
+    const std::lock_guard lock(ending.mutex);
+    ending.sessions.erase(std::remove(ending.sessions.begin(), ending.sessions.end(), this),
+                          ending.sessions.end());
 }
 
 void HttpSession::endWithProcess()
 {
-    auto &running = runningSessions();
-    const std::lock_guard lock(running.mutex);
-    std::atexit(endRunningSessions); // more than once does no harm
-    if (std::find(running.sessions.begin(), running.sessions.end(), this) == running.sessions.end())
-        running.sessions.push_back(this);
+    auto &ending = endingSessions();
+    const std::lock_guard lock(ending.mutex);
+    std::atexit(endSessions); // more than once does no harm
+    if (std::find(ending.sessions.begin(), ending.sessions.end(), this) == ending.sessions.end())
+        ending.sessions.push_back(this);
 }
 
 Task<HttpResponse> HttpSession::send(HttpRequest request, StopToken stop)
@@ -102,11 +103,7 @@ Task<HttpResponse> HttpSession::send(HttpRequest request, StopToken stop)
 
 void endSessionsWithThisThread()
 {
-    struct End
-    {
-        ~End() { endRunningSessions(); }
-    };
-    thread_local const End end;
+    atEndOfThisThread(endSessions);
 }
 
 HttpSession &HttpSession::shared()

@@ -38,6 +38,12 @@ public:
     /// later. From any thread but the session's own.
     virtual void end() = 0;
 
+    /// Has the process end the session before it tears down what that uses, whenever it ends; nothing is
+    /// started from then on. To be called when the session is made, and again on its thread when the
+    /// libraries below are initialised: what is registered after they are is run before they are torn down.
+    /// From any thread.
+    void endWithProcess();
+
     /// The process-wide session. It costs nothing before its first request, and ends with the
     /// application object or the process, whichever is first; what waits for it then stays suspended.
     static HttpSession &shared();
@@ -50,12 +56,6 @@ public:
     static constexpr qsizetype maxDiscardedSize = 1024 * 1024;
     static constexpr std::chrono::seconds maxDiscardingTime{60};
     static constexpr int maxRedirects = 20;
-
-protected:
-    /// To be called before the session's thread starts, so that the process waits for it whenever it ends,
-    /// and again on that thread when the libraries below it are initialised: what is registered after they
-    /// are is run before they are torn down, and the session must have ended by then.
-    void endWithProcess();
 };
 
 } // namespace zenvor

@@ -11,9 +11,7 @@
 
 namespace zenvor {
 
-/// Ends every session when the calling thread does. To be called on the main thread: exit(), called there,
-/// destroys what belongs to that thread before anything static, so that the sessions' threads are gone while
-/// all that they use is still there.
+/// Ends every session when the calling thread, the main one, does.
 void endSessionsWithThisThread();
 
 /// The session of the class \a Session for the life of the application object: the same one at each call,
@@ -31,6 +29,7 @@ Session &processSession()
     const std::lock_guard lock(*mutex);
     if (!session) {
         session = all->emplace_back(new Session(Clock::system()));
+        session->endWithProcess();
         qAddPostRoutine([] {
             Session *ended = nullptr;
             {

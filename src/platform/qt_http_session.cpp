@@ -1,16 +1,20 @@
 #include "platform/qt_http_session.h"
 
+#include "platform/openssl_exit.h"
 #include "platform/qt_network.h"
 #include "platform/qt_transfer.h"
 
 #include <QEventLoop>
 #include <QFile>
+#include <QLibrary>
 #include <QSslSocket>
 
 #include <system_error>
 #include <utility>
 
 namespace zenvor {
+
+using namespace Qt::StringLiterals;
 
 struct QtHttpSession::Job
 {
@@ -81,7 +85,6 @@ bool QtHttpSession::startThread()
 {
     if (m_thread.joinable())
         return true;
-    endWithProcess();
     // Not a QThread: its wait() returns a little before the thread is gone, which then still frees what
     // OpenSSL keeps per thread, while the end of the process frees it too.
     try {
@@ -115,6 +118,8 @@ void QtHttpSession::end()
 
 void QtHttpSession::run()
 {
+    // Qt's own threads free what OpenSSL keeps for each of them a moment after Qt has waited for them.
+    keepOpenSslToTheEnd(QLibrary::resolve(u"crypto"_s, 3, "OPENSSL_init_crypto"));
     QSslSocket::supportsSsl(); // loads what TLS is built on
     endWithProcess();
     Worker worker(*this);

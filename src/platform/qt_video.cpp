@@ -1,6 +1,7 @@
 #include "platform/qt_video.h"
 
 #include "platform/awaitable_callback.h"
+#include "platform/process_end.h"
 #include "platform/video.h"
 #include "platform/video_rotation.h"
 
@@ -75,17 +76,6 @@ void workOff(VideoThread *worker)
         next();
     }
     worker->isWorking = false;
-}
-
-// exit(), called on this thread, destroys what belongs to it before anything static: the video thread is gone
-// while all that it uses is still there.
-void endVideoThreadWithThisThread()
-{
-    struct End
-    {
-        ~End() { endVideoThread(); }
-    };
-    thread_local const End end;
 }
 
 bool hasFFmpegBackend()
@@ -203,7 +193,7 @@ std::optional<QImage> readFrame(const QString &path, std::chrono::milliseconds p
 
 void postToVideoThread(std::function<void()> work)
 {
-    endVideoThreadWithThisThread();
+    atEndOfThisThread(endVideoThread);
     const std::lock_guard lock(videoThreadMutex);
     if (!videoThread) {
         videoThread = new VideoThread;

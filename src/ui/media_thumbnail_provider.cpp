@@ -4,6 +4,7 @@
 #include "media/media_types.h"
 #include "platform/executor.h"
 #include "platform/image.h"
+#include "platform/process_end.h"
 #include "platform/regular_file.h"
 #include "platform/video.h"
 
@@ -36,6 +37,9 @@ public:
     // Ends with finished(), after which the response is deleted.
     void decodePicture()
     {
+        const BackgroundWork work;
+        if (!work)
+            return; // the engine, which waits for this, is never to be destroyed
         constexpr qint64 largest = 128 * 1024 * 1024;
         if (!m_stop.stopRequested() && QFileInfo(m_path).size() <= largest) {
             const auto contents = contentsOfFile(m_path);
@@ -70,6 +74,7 @@ MediaThumbnailProvider::MediaThumbnailProvider()
 {
     m_threads.setMaxThreadCount(2);
     m_threads.setThreadPriority(QThread::LowPriority);
+    BackgroundWork::endWithThisThread();
 }
 
 MediaThumbnailProvider::~MediaThumbnailProvider() = default;

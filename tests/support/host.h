@@ -2,6 +2,7 @@
 
 #include "platform/window.h"
 
+#include <QGuiApplication>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QTest>
@@ -83,10 +84,12 @@ public:
     }
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
     {
+        awaitKeyboard();
         QTest::keyClick(scene(), key, modifiers);
     }
     void type(QStringView text)
     {
+        awaitKeyboard();
         for (const QChar letter : text)
             QTest::keyClick(scene(), letter.toLatin1());
     }
@@ -109,6 +112,9 @@ public:
     }
 
 private:
+    // A window manager gives the focus a while after a window is shown; keys that come before it are lost.
+    void awaitKeyboard() const { QTRY_COMPARE(QGuiApplication::focusWindow(), scene()); }
+
     static QQuickItem *find(QLatin1StringView name, QQuickItem *item)
     {
         if (item->objectName() == name && item->isVisible())
