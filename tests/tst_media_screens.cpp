@@ -89,8 +89,7 @@ void TestMediaScreens::init()
     QVERIFY(image.save(path(u"Pictures/more/blue.png"_s)));
     QVERIFY(QFile::copy(clip(u"with_sound.mp4"_s), path(u"Pictures/clip.mp4"_s)));
     m_host = std::make_unique<TestHost>();
-    QVERIFY(QTest::qWaitForWindowActive(m_host->window()));
-    QTRY_COMPARE(keyWindow(), m_host->window());
+    m_host->awaitFront();
 }
 
 void TestMediaScreens::cleanup()

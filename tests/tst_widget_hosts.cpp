@@ -95,8 +95,7 @@ void TestWidgetHosts::initTestCase()
 void TestWidgetHosts::init()
 {
     m_host = std::make_unique<WidgetHost>();
-    QVERIFY(QTest::qWaitForWindowActive(&m_host->mainWindow()));
-    QTRY_COMPARE(keyWindow(), m_host->window());
+    m_host->awaitFront();
 }
 
 void TestWidgetHosts::cleanup()

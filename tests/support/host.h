@@ -94,10 +94,18 @@ public:
             QTest::keyClick(scene(), letter.toLatin1());
     }
 
+    /// Waits until the host has the keyboard (again), which a window manager takes its time for.
+    void awaitFront() const
+    {
+        for (int tries = 0; tries < 20 && !QTest::qWaitFor([this] { return isInFront(); }, 500); ++tries)
+            window()->requestActivate(); // as a user does who clicks on it
+        QVERIFY(isInFront());
+    }
+
     /// Opens the dialog by the public operation, and waits until it stands.
     void openDialog()
     {
-        QTRY_VERIFY(keyWindow()); // a window manager takes its time to give the focus back
+        awaitFront();
         Zenvor::shared().present();
         QTRY_VERIFY(isShown("categoryDialog"_L1));
         QTRY_COMPARE(find("categoryDialog"_L1)->parentItem()->opacity(), 1.0);
@@ -112,6 +120,11 @@ public:
     }
 
 private:
+    // A screen's window counts as the host's; it has the keyboard until it has gone.
+    bool isInFront() const
+    {
+        return keyWindow() && (scene() == window() || QGuiApplication::focusWindow() != scene());
+    }
     // A window manager gives the focus a while after a window is shown; keys that come before it are lost.
     void awaitKeyboard() const { QTRY_COMPARE(QGuiApplication::focusWindow(), scene()); }
 
