@@ -1,9 +1,11 @@
-# cmake -D MODE=installed|subdirectory -D SOURCE=… -D BUILD=… -D WORK=… -D COMPILER=… -D TYPE=… -D FLAGS=… -P build_host.cmake
+# cmake -D MODE=installed|subdirectory -D SOURCE=… -D BUILD=… -D WORK=… -D COMPILER=… -D TYPE=… -D TYPE_FLAGS=… -D FLAGS=… -P build_host.cmake
 # Builds and runs the hosts from nothing.
 file(REMOVE_RECURSE ${WORK})
+string(TOUPPER "${TYPE}" type)
 set(configuration
     -S ${SOURCE}/tests/consumers/host -B ${WORK}/build -G Ninja
-    -D CMAKE_CXX_COMPILER=${COMPILER} -D CMAKE_CXX_FLAGS=${FLAGS} -D CMAKE_CXX_COMPILER_LAUNCHER=${LAUNCHER} -D CMAKE_BUILD_TYPE=${TYPE})
+    -D CMAKE_CXX_COMPILER=${COMPILER} -D CMAKE_CXX_FLAGS=${FLAGS} -D CMAKE_CXX_COMPILER_LAUNCHER=${LAUNCHER} -D CMAKE_BUILD_TYPE=${TYPE}
+    -D CMAKE_CXX_FLAGS_${type}=${TYPE_FLAGS})
 if(MODE STREQUAL "installed")
     execute_process(COMMAND ${CMAKE_COMMAND} --install ${BUILD} --prefix ${WORK}/prefix
         OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)

@@ -18,21 +18,30 @@ export ASAN_SYMBOLIZER_PATH=${ASAN_SYMBOLIZER_PATH:-}
 export QT_HASH_SEED=0 TZ=UTC
 
 mkdir -p "$tree/findings"
-status=0
-for subject in "$@"; do
-    subject=${subject##*/}
-    found=$tree/corpus/$subject
-    log=$tree/corpus/$subject.log
+
+run() {
+    local subject=$1
+    local found=$tree/corpus/$subject log=$tree/corpus/$subject.log
     mkdir -p "$found"
-    flags=(-max_total_time="$seconds" -max_len=4096 -timeout=20 -rss_limit_mb=1200 -print_final_stats=1
+    local flags=(-max_total_time="$seconds" -max_len=4096 -timeout=20 -rss_limit_mb=1200 -print_final_stats=1
         -artifact_prefix="$tree/findings/$subject-")
     [ ! -f "$subject.dict" ] || flags+=(-dict="$subject.dict")
     if nice -n 10 "$tree/fuzz_$subject" "${flags[@]}" "$found" "corpus/$subject" >"$log" 2>&1; then
         printf '%-18s %s executions\n' "$subject" "$(sed -n 's/^stat::number_of_executed_units: *//p' "$log")"
     else
-        status=1
-        printf '%-18s found something:\n' "$subject"
-        tail -n 60 "$log"
+        printf '%-18s found something:\n%s\n' "$subject" "$(tail -n 60 "$log")"
+        return 1
     fi
+}
+
+status=0
+for subject in "$@"; do
+    if [ "$(jobs -rp | wc -l)" -ge "$(nproc)" ]; then
+        wait -n || status=1
+    fi
+    run "${subject##*/}" &
+done
+for job in $(jobs -p); do
+    wait "$job" || status=1
 done
 exit $status
