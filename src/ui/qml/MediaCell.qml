@@ -40,6 +40,7 @@ Tappable {
         anchors { fill: parent; margins: MediaTheme.cellGap / 2 }
         source: root.width > 0 ? root.thumbnail : ""
         sourceSize { width: root.pictureSize; height: root.pictureSize }
+        cache: false // the picker keeps nothing once it is closed
         fillMode: Image.PreserveAspectCrop
         opacity: root.enabled ? 1 : MediaTheme.disabledOpacity
         Accessible.ignored: true
