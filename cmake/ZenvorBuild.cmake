@@ -27,7 +27,6 @@ function(zenvor_precompiled name)
         file(GENERATE OUTPUT ${PROJECT_BINARY_DIR}/${name}.cpp CONTENT "// What ${name} precompiles.\n")
         add_library(${name} OBJECT ${PROJECT_BINARY_DIR}/${name}.cpp)
         zenvor_defaults(${name})
-        set_target_properties(${name} PROPERTIES AUTOMOC OFF)
         target_link_libraries(${name} PRIVATE ${precompiled_LIBRARIES})
         target_precompile_headers(${name} PRIVATE ${precompiled_HEADERS})
     endif()
@@ -39,10 +38,14 @@ function(zenvor_precompile target name)
     endif()
 endfunction()
 
+# zenvor_defaults(<target> [MOC]): MOC where a header or source has more to it than C++ says. Without need it would
+# cost each target three seconds.
 function(zenvor_defaults target)
+    if("MOC" IN_LIST ARGN)
+        set_target_properties(${target} PROPERTIES AUTOMOC ON)
+    endif()
     target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:zenvor_strict>)
     set_target_properties(${target} PROPERTIES
-        AUTOMOC ON
         CXX_EXTENSIONS OFF
         CXX_VISIBILITY_PRESET hidden
         VISIBILITY_INLINES_HIDDEN ON
@@ -62,7 +65,7 @@ function(zenvor_room name)
     file(CREATE_LINK ${CMAKE_CURRENT_SOURCE_DIR} ${view}/${name} COPY_ON_ERROR SYMBOLIC)
 
     add_library(${target} STATIC ${room_SOURCES})
-    zenvor_defaults(${target})
+    zenvor_defaults(${target} MOC)
     target_include_directories(${target} PUBLIC ${view})
     list(TRANSFORM room_USES PREPEND zenvor_)
     target_link_libraries(${target} PUBLIC zenvor_api ${room_USES} PRIVATE ${room_LIBRARIES})

@@ -306,8 +306,8 @@ void TestMedia::endsWithTheProcess()
     for (int delay = 0; delay < 150; delay += 10) {
         QProcess host;
         auto environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"ASAN_OPTIONS"_s,
-                           u"detect_leaks=0"_s); // the decoder's threads are left where they were
+        // What the decoder's threads hold is left where it was.
+        environment.insert(u"ASAN_OPTIONS"_s, u"detect_leaks=0"_s);
         host.setProcessEnvironment(environment);
         host.start(QStringLiteral(EXIT_HOST), {clip(u"with_sound.mp4"_s), QString::number(delay)});
         QVERIFY(host.waitForFinished());

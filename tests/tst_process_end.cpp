@@ -206,12 +206,15 @@ namespace {
 
 std::atomic<bool> areStaticObjectsThere = true;
 
+// What goes while other threads may still run; there may be many of it.
 struct StaticObject
 {
+    int destructionTime = 20;
+
     ~StaticObject()
     {
         areStaticObjectsThere = false;
-        QTest::qSleep(500); // there may be many
+        QTest::qSleep(destructionTime);
     }
 };
 
@@ -246,7 +249,7 @@ int runHost(int argc, char **argv)
     QCoreApplication application(argc, argv);
     const auto arguments = QCoreApplication::arguments();
     setReportServiceUrl(QUrl(arguments.at(3)));
-    static const StaticObject staticObject;
+    static StaticObject staticObject;
     // Goes after what is made after it, the end of the session.
     thread_local LateRequest late{QUrl(arguments.at(3) + "/v1/sdk/late"_L1)};
     auto &session = processSession<test::TestedSession>();
@@ -267,9 +270,10 @@ int runHost(int argc, char **argv)
         queue->flush(client, pings);
     else if (arguments.at(2) == "late"_L1)
         late.session = &session;
-    else if (arguments.at(2) == "work"_L1)
+    else if (arguments.at(2) == "work"_L1) {
+        staticObject.destructionTime = 500;
         runOn(makeBackgroundExecutor(), useStaticObjectsSlowly);
-    else
+    } else
         client.submit(test::report(), {screenshot, video});
     std::puts("started");
     std::fflush(stdout);
