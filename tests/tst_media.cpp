@@ -305,10 +305,6 @@ void TestMedia::endsWithTheProcess()
 {
     for (int delay = 0; delay < 150; delay += 10) {
         QProcess host;
-        auto environment = QProcessEnvironment::systemEnvironment();
-        // What the decoder's threads hold is left where it was.
-        environment.insert(u"ASAN_OPTIONS"_s, u"detect_leaks=0"_s);
-        host.setProcessEnvironment(environment);
         host.start(QStringLiteral(EXIT_HOST), {clip(u"with_sound.mp4"_s), QString::number(delay)});
         QVERIFY(host.waitForFinished());
         QCOMPARE(host.exitStatus(), QProcess::NormalExit);
