@@ -305,6 +305,10 @@ void TestMedia::endsWithTheProcess()
 {
     for (int delay = 0; delay < 150; delay += 10) {
         QProcess host;
+        auto environment = QProcessEnvironment::systemEnvironment();
+        // The decoder's own threads are not waited for, and hold a few bytes of the C library's.
+        environment.insert(u"ASAN_OPTIONS"_s, environment.value(u"ASAN_OPTIONS"_s) + u":detect_leaks=0"_s);
+        host.setProcessEnvironment(environment);
         host.start(QStringLiteral(EXIT_HOST), {clip(u"with_sound.mp4"_s), QString::number(delay)});
         QVERIFY(host.waitForFinished());
         QCOMPARE(host.exitStatus(), QProcess::NormalExit);
