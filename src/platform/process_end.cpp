@@ -9,12 +9,15 @@
 namespace zenvor {
 namespace {
 
+thread_local bool t_hasEnded = false; // is never destroyed: a static object may still ask
+
 struct EndOfThread
 {
     std::vector<void (*)()> ends;
 
     ~EndOfThread()
     {
+        t_hasEnded = true;
         for (auto end = ends.rbegin(); end != ends.rend(); ++end)
             (*end)();
     }
@@ -52,22 +55,23 @@ void endBackgroundWork()
 
 } // namespace
 
-void atEndOfThisThread(void (*end)())
+bool atEndOfThisThread(void (*end)())
 {
+    if (t_hasEnded)
+        return false;
     thread_local EndOfThread thread;
-    if (std::find(thread.ends.begin(), thread.ends.end(), end) == thread.ends.end())
-        thread.ends.push_back(end);
+    if (std::find(thread.ends.begin(), thread.ends.end(), end) != thread.ends.end())
+        return false;
+    thread.ends.push_back(end);
+    return true;
 }
 
 void BackgroundWork::endWithThisThread()
 {
-    thread_local const bool isFirst = [] {
-        atEndOfThisThread(endBackgroundWork);
-        const std::lock_guard lock(works().mutex);
-        works().areEnding = false; // an application object on another thread may have come and gone
-        return true;
-    }();
-    static_cast<void>(isFirst);
+    if (!atEndOfThisThread(endBackgroundWork))
+        return;
+    const std::lock_guard lock(works().mutex);
+    works().areEnding = false; // an application object on another thread may have come and gone
 }
 
 BackgroundWork::BackgroundWork() : m_mayBegin(begin())

@@ -101,6 +101,12 @@ void FeedbackViewController::setEmail(const QString &email)
     Q_EMIT changed();
 }
 
+std::shared_ptr<FeedbackViewController> FeedbackViewController::locked(
+    const std::weak_ptr<ViewController> &form)
+{
+    return std::static_pointer_cast<FeedbackViewController>(form.lock());
+}
+
 QVariant FeedbackViewController::screenshot() const
 {
     return m_attachments.currentScreenshot ? QVariant(*m_attachments.currentScreenshot) : QVariant();
@@ -221,7 +227,7 @@ void FeedbackViewController::showSuccessAndClose()
     showAlert(localizedString("zenvor_success_title"_ba, u"Thank You"_s),
               localizedString("zenvor_success_message"_ba, u"Your report has been received."_s),
               [self = weak_from_this()] {
-                  if (const auto form = std::static_pointer_cast<FeedbackViewController>(self.lock()))
+                  if (const auto form = locked(self))
                       form->close();
               });
 }

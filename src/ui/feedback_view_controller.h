@@ -97,6 +97,9 @@ Q_SIGNALS:
     void endEditing();
 
 private:
+    // Null once the form is gone.
+    static std::shared_ptr<FeedbackViewController> locked(const std::weak_ptr<ViewController> &form);
+
     // The form may go while these wait.
     static Task<> load(std::weak_ptr<ViewController> form, QList<QUrl> results);
     static Task<> edit(std::weak_ptr<ViewController> form, QPointer<MediaCard> card, QByteArray data);

@@ -25,7 +25,7 @@ void FeedbackViewController::addMediaTapped()
     if (showsLimitAlert())
         return;
     const auto didFinishPicking = [self = weak_from_this()](const QList<QUrl> &results) {
-        const auto form = std::static_pointer_cast<FeedbackViewController>(self.lock());
+        const auto form = locked(self);
         if (form && !results.isEmpty())
             form->addMedia(results);
     };
@@ -63,7 +63,7 @@ Task<> FeedbackViewController::load(std::weak_ptr<ViewController> form, QList<QU
     for (auto &attachment : loaded)
         picked.append({std::move(attachment), std::nullopt});
     for (auto &candidate : picked) {
-        const auto self = std::static_pointer_cast<FeedbackViewController>(form.lock());
+        const auto self = locked(form);
         if (!self || self->m_attachments.currentScreenshot)
             break;
         if (candidate.attachment.kind != "screenshot"_L1)
@@ -73,7 +73,7 @@ Task<> FeedbackViewController::load(std::weak_ptr<ViewController> form, QList<QU
         if (image)
             break;
     }
-    const auto self = std::static_pointer_cast<FeedbackViewController>(form.lock());
+    const auto self = locked(form);
     if (!self)
         co_return;
     self->applyPickedAttachments(std::move(picked));
@@ -110,7 +110,7 @@ Task<> FeedbackViewController::preview(std::weak_ptr<ViewController> form, QPoin
 {
     auto file = card->file();
     const auto path = co_await file->path(AttachmentFile::Purpose::Preview);
-    const auto self = std::static_pointer_cast<FeedbackViewController>(form.lock());
+    const auto self = locked(form);
     if (!self)
         co_return;
     self->m_isOpening = false;
@@ -122,7 +122,7 @@ Task<> FeedbackViewController::preview(std::weak_ptr<ViewController> form, QPoin
         co_return;
     }
     const auto onFailed = [form] {
-        if (const auto alive = std::static_pointer_cast<FeedbackViewController>(form.lock()))
+        if (const auto alive = locked(form))
             alive->showPreviewAlert();
     };
     self->presentOver(
@@ -152,7 +152,7 @@ Task<> FeedbackViewController::edit(std::weak_ptr<ViewController> form, QPointer
                                     QByteArray data)
 {
     const auto image = co_await decodedScreenshot(std::move(data));
-    const auto self = std::static_pointer_cast<FeedbackViewController>(form.lock());
+    const auto self = locked(form);
     if (!self)
         co_return;
     self->m_isOpening = false;
@@ -169,7 +169,7 @@ void FeedbackViewController::presentEditor(const QImage &image,
 {
     Q_EMIT endEditing();
     const auto saved = [form = weak_from_this(), onSave = std::move(onSave)](QImage edited) {
-        if (const auto self = std::static_pointer_cast<FeedbackViewController>(form.lock()))
+        if (const auto self = locked(form))
             onSave(*self, std::move(edited));
     };
     presentOver(std::make_shared<ScreenshotEditorViewController>(image, saved),
